@@ -1,0 +1,27 @@
+#pragma once
+// The launch service: opening a document with a named application. The names the
+// system uses (Xcode, TextEdit, Preview, Safari, Finder, Terminal, ...) map to commands
+// of this desktop through the launcher table "launchers.txt" in the resources. Tests
+// install a recording launcher.
+
+#include <QString>
+#include <memory>
+
+class LaunchService {
+public:
+    virtual ~LaunchService() = default;
+    // Opens `document` with `application` (a name of the table or a full path to an
+    // executable); "" as document only starts the application. False when the
+    // application cannot be found. `waitForUser` is the caller's hint that the user
+    // works in the other application next; it does not block.
+    virtual bool launch(const QString& application, const QString& document, bool waitForUser) = 0;
+};
+
+LaunchService& launcher();
+std::shared_ptr<LaunchService> installLaunchService(std::shared_ptr<LaunchService> service);
+
+bool KLVR_LAUNCH(const QString& application, const QString& document, bool flag);
+void KLVR_FINDER(const QString& path);
+void KLVR_SAFARI(const QString& addressOrPath);
+void KLVR_TEXTEDIT(const QString& path);
+void KLVR_PREVIEW(const QString& path);

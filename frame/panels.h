@@ -1,0 +1,46 @@
+#pragma once
+// Every modal panel the system shows goes through one service, so that the
+// application shows Qt dialogs and tests install a scripted responder that records
+// what was shown and answers what the test queued. No engine shows a panel itself.
+
+#include <QString>
+#include <QStringList>
+#include <memory>
+#include <optional>
+
+struct OpenPanelRequest {
+    bool canChooseFiles = true;
+    bool canChooseDirectories = false;
+    bool allowsMultipleSelection = false;
+    QStringList types;  // allowed extensions without the point; empty: any
+    QString directory;  // folder shown first
+};
+
+class PanelService {
+public:
+    virtual ~PanelService() = default;
+    // A modal alert with one confirming button.
+    virtual void messageBox(const QString& title, const QString& text) = 0;
+    // A text field preset to `defaultText`; nullopt when cancelled.
+    virtual std::optional<QString> inputPanel(const QString& title, const QString& message,
+                                              const QString& defaultText) = 0;
+    // The chosen paths; empty when the user cancelled.
+    virtual QStringList openPanel(const OpenPanelRequest& request) = 0;
+};
+
+// The service in use; Qt dialogs unless another one was installed.
+PanelService& panels();
+// Installs a service (tests); returns the previous one.
+std::shared_ptr<PanelService> installPanelService(std::shared_ptr<PanelService> service);
+
+// The runtime's panel operations.
+void KLVR_MSGBOX(const QString& message, const QString& informativeText = QString());
+std::optional<QString> KLVR_INPUTPANEL(const QString& title, const QString& message, const QString& defaultText);
+void KLVR_NSOPENPANEL_CANCHOOSEFILES(std::nullptr_t, bool on);
+void KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(std::nullptr_t, bool on);
+void KLVR_NSOPENPANEL_ALLOWSMULTIPLESELECTION(std::nullptr_t, bool on);
+void KLVR_NSOPENPANEL_TYPES(std::nullptr_t, const QStringList& extensions);
+void KLVR_NSOPENPANEL_DIRECTORY(std::nullptr_t, const QString& folder);
+bool KLVR_NSOPENPANEL_RUN(std::nullptr_t);
+QString KLVR_NSOPENPANEL_FILENAME(std::nullptr_t);
+QStringList KLVR_NSOPENPANEL_FILENAMES(std::nullptr_t);
