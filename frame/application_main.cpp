@@ -1,0 +1,25 @@
+// Entry of the IDE executable. Commands that only print or write files run before any
+// window system is touched, so they work with no display; everything else starts
+// KLVR_Application and the start-up.
+#include "frame/application_main.h"
+
+#include "frame/klvr_application.h"
+#include "frame/startup_options.h"
+
+#include <QStringList>
+
+int kelvaroMain(int argc, char** argv) {
+    QStringList args;
+    for (int i = 0; i < argc; ++i)
+        args << QString::fromLocal8Bit(argv[i]);
+
+    // Commands that need no window (each returns the process's exit status).
+    // -- end of commands that need no window --
+
+    StartupOptions options = StartupOptions::parse(args);
+    if (!options.error.isEmpty())
+        return StartupOptions::printUsage(options.error);
+    options.prepareEnvironment();
+    KLVR_Application app(argc, argv);
+    return app.runIde(options);
+}
