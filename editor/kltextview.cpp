@@ -25,7 +25,11 @@ bool writeAtomically(const QString& path, const QByteArray& bytes) {
     const QFileInfo info(path);
     // Replacing a read-only file through a new file would succeed on most systems;
     // the user made it read-only, so it is not written.
-    if (info.exists() && !info.isWritable())
+    // The permission bits are asked as well: a privileged user may write anything,
+    // but a file without any write permission was still meant to be left alone.
+    constexpr QFile::Permissions anyWrite =
+        QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther; // mode bits, not access()
+    if (info.exists() && (!info.isWritable() || !(info.permissions() & anyWrite)))
         return false;
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
@@ -170,17 +174,18 @@ std::shared_future<bool> KLTextView::saveInBackground(const QString& path) {
     const qint64 changeAtSnapshot = changeCount_;
     writer_->start([this, path, bytes, done, changeAtSnapshot] {
         const bool ok = writeAtomically(path, bytes);
-        done->set_value(ok);
-        if (!ok)
-            return;
         // The text is unmodified only if nothing changed since the bytes were taken.
-        QMetaObject::invokeMethod(
-            this,
-            [this, changeAtSnapshot] {
-                if (changeCount_ == changeAtSnapshot)
-                    SendScintilla(SCI_SETSAVEPOINT);
-            },
-            Qt::QueuedConnection);
+        // Posted before the future is fulfilled, so a waiter that then lets the event
+        // loop run sees the state that belongs to the write.
+        if (ok)
+            QMetaObject::invokeMethod(
+                this,
+                [this, changeAtSnapshot] {
+                    if (changeCount_ == changeAtSnapshot)
+                        SendScintilla(SCI_SETSAVEPOINT);
+                },
+                Qt::QueuedConnection);
+        done->set_value(ok);
     });
     return result;
 }
