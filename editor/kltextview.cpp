@@ -17,9 +17,10 @@ namespace {
 // underline across the text of the line before a method declaration.
 constexpr int BreakpointMarker = 1;
 constexpr int SeparatorMarker = 2;
-constexpr int LineNumberMargin = 0;
-constexpr int SymbolMargin = 1;
-constexpr int FoldMargin = 2;
+// (Named apart from QsciScintilla's MarginType values, which a member would see first.)
+constexpr int LineNumberMarginIndex = 0;
+constexpr int BreakpointMarginIndex = 1;
+constexpr int FoldMarginIndex = 2;
 
 bool writeAtomically(const QString& path, const QByteArray& bytes) {
     const QFileInfo info(path);
@@ -77,15 +78,15 @@ void KLTextView::configure() {
     setFolding(NoFoldStyle);
     setBraceMatching(NoBraceMatch);
 
-    setMarginType(LineNumberMargin, NumberMargin);
-    setMarginLineNumbers(LineNumberMargin, true);
-    setMarginMarkerMask(LineNumberMargin, 0);
-    setMarginType(SymbolMargin, QsciScintilla::SymbolMargin);
-    setMarginWidth(SymbolMargin, 14);
-    setMarginMarkerMask(SymbolMargin, 1 << BreakpointMarker);
-    setMarginSensitivity(SymbolMargin, true);
-    setMarginWidth(FoldMargin, 0);
-    setMarginMarkerMask(FoldMargin, 0);
+    setMarginType(LineNumberMarginIndex, NumberMargin);
+    setMarginLineNumbers(LineNumberMarginIndex, true);
+    setMarginMarkerMask(LineNumberMarginIndex, 0);
+    setMarginType(BreakpointMarginIndex, SymbolMargin);
+    setMarginWidth(BreakpointMarginIndex, 14);
+    setMarginMarkerMask(BreakpointMarginIndex, 1 << BreakpointMarker);
+    setMarginSensitivity(BreakpointMarginIndex, true);
+    setMarginWidth(FoldMarginIndex, 0);
+    setMarginMarkerMask(FoldMarginIndex, 0);
 
     markerDefine(Circle, BreakpointMarker);
     setMarkerBackgroundColor(QColor(0xd0, 0x20, 0x20), BreakpointMarker);
@@ -342,7 +343,7 @@ void KLTextView::updateLineNumberWidth() {
     if (digits == lineNumberDigits_)
         return;
     lineNumberDigits_ = digits;
-    setMarginWidth(LineNumberMargin, QString(digits + 1, QLatin1Char('9')));
+    setMarginWidth(LineNumberMarginIndex, QString(digits + 1, QLatin1Char('9')));
 }
 
 // ---------------------------------------------------------------- breakpoints
@@ -366,7 +367,7 @@ QList<qint64> KLTextView::breakpointLines() const {
 }
 
 void KLTextView::onMarginClicked(int margin, int lineNo, Qt::KeyboardModifiers) {
-    if (margin != SymbolMargin)
+    if (margin != BreakpointMarginIndex)
         return;
     if (SendScintilla(SCI_MARKERGET, lineNo) & (1 << BreakpointMarker))
         SendScintilla(SCI_MARKERDELETE, lineNo, BreakpointMarker);

@@ -178,6 +178,7 @@ private:
     std::pair<qint64, qint64> selectedLines() const;
     // Applies a line command to the selected lines and selects them.
     void transformSelectedLines(QStringList (*transform)(const QStringList&));
+    void changeCase(bool upper);
     void replaceLines(qint64 first, const QStringList& before, const QStringList& after);
     QString lineText(qint64 line) const; // without its line break
     // The find scope (UTF-16): the whole text, or with selected-text-only the range
