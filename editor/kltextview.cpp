@@ -395,9 +395,11 @@ void KLTextView::notifyOwner(const char* method) {
 
 void KLTextView::onModified(int position, int modificationType, const char* text, int length, int, int,
                             int, int, int, int) {
-    if (modificationType & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)) {
-        if (!ownerHas(KLTextViewOwnerCalls::ShouldChangeText))
-            return;
+    // The owner hears of each change in UTF-16 terms: a deletion before it happens
+    // (its extent can only be measured then), an insertion as it happens (Scintilla
+    // hands over the inserted text only then). Changes cannot be refused.
+    if (modificationType & (SC_MOD_BEFOREDELETE | SC_MOD_INSERTTEXT) &&
+        ownerHas(KLTextViewOwnerCalls::ShouldChangeText)) {
         const qint64 location = utf16FromBytes(position);
         qint64 removed = 0;
         QString inserted;
@@ -409,7 +411,6 @@ void KLTextView::onModified(int position, int modificationType, const char* text
         QMetaObject::invokeMethod(owner_, KLTextViewOwnerCalls::ShouldChangeText, Qt::DirectConnection,
                                   Q_RETURN_ARG(bool, allowed), Q_ARG(QObject*, this),
                                   Q_ARG(qint64, location), Q_ARG(qint64, removed), Q_ARG(QString, inserted));
-        return;
     }
     if (modificationType & (SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT)) {
         ++changeCount_;

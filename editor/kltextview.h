@@ -41,7 +41,9 @@ class QThreadPool;
 //   QString KLVR_TextView_GetCompletion2(QObject* view, QString word)
 //       the completion text of one whole word ("" for none); shown as a tip on "("
 //   bool textView_shouldChangeTextInRange(QObject* view, qint64 location, qint64 length,
-//       QString replacement)                                before each change (UTF-16)
+//       QString replacement)          for each change, in UTF-16 (a deletion before it
+//                                     happens, an insertion as it happens); the answer
+//                                     is not used: every change is allowed
 namespace KLTextViewOwnerCalls {
 inline constexpr const char* TextDidChange = "KLVR_TextDidChange";
 inline constexpr const char* DidChangeSelection = "KLVR_TextViewDidChangeSelection";
