@@ -193,26 +193,39 @@ std::shared_future<bool> KLTextView::saveInBackground(const QString& path) {
 
 // ---------------------------------------------------------------- positions
 
+bool KLTextView::startsWithByteOrderMark() const {
+    return SendScintilla(SCI_GETLENGTH) >= 3 && (SendScintilla(SCI_GETCHARAT, 0) & 0xff) == 0xef &&
+           (SendScintilla(SCI_GETCHARAT, 1) & 0xff) == 0xbb && (SendScintilla(SCI_GETCHARAT, 2) & 0xff) == 0xbf;
+}
+
 qint64 KLTextView::utf16FromBytes(qint64 bytePosition) const {
     const long length = SendScintilla(SCI_GETLENGTH);
     const long pos = long(qBound<qint64>(0, bytePosition, qint64(length)));
     const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, pos);
     const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
-    return SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) +
-           SendScintilla(SCI_COUNTCODEUNITS, lineStart, pos);
+    const qint64 units = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) +
+                         SendScintilla(SCI_COUNTCODEUNITS, lineStart, pos);
+    // A byte order mark is not part of the text the rest of the system reads (UTF-8
+    // decoding drops it), so it takes up no position.
+    if (pos > 0 && startsWithByteOrderMark())
+        return units - 1;
+    return units;
 }
 
 qint64 KLTextView::bytesFromUtf16(qint64 utf16Position) const {
-    if (utf16Position <= 0)
+    const qint64 units = utf16Position + (startsWithByteOrderMark() ? 1 : 0);
+    if (units <= 0)
         return 0;
     const long length = SendScintilla(SCI_GETLENGTH);
-    if (utf16Position >= utf16FromBytes(length))
+    const long lastLine = SendScintilla(SCI_LINEFROMPOSITION, length);
+    const qint64 total = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lastLine, SC_LINECHARACTERINDEX_UTF16) +
+                         SendScintilla(SCI_COUNTCODEUNITS, SendScintilla(SCI_POSITIONFROMLINE, lastLine), length);
+    if (units >= total)
         return length;
-    const long lineNo = SendScintilla(SCI_LINEFROMINDEXPOSITION, long(utf16Position),
-                                      SC_LINECHARACTERINDEX_UTF16);
+    const long lineNo = SendScintilla(SCI_LINEFROMINDEXPOSITION, long(units), SC_LINECHARACTERINDEX_UTF16);
     const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
     const long lineIndex = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16);
-    return SendScintilla(SCI_POSITIONRELATIVECODEUNITS, lineStart, long(utf16Position - lineIndex));
+    return SendScintilla(SCI_POSITIONRELATIVECODEUNITS, lineStart, long(units - lineIndex));
 }
 
 qint64 KLTextView::line() const {

@@ -91,6 +91,7 @@ public:
     void gotoLine(qint64 line);
     qint64 utf16FromBytes(qint64 bytePosition) const;
     qint64 bytesFromUtf16(qint64 utf16Position) const;
+    bool startsWithByteOrderMark() const;
     // Selection as UTF-16 offsets (start <= end).
     qint64 selectionStartUtf16() const;
     qint64 selectionEndUtf16() const;
