@@ -3,6 +3,7 @@
 #include "editor/kelvaro_lexer.h"
 #include "editor/line_commands.h"
 
+#include <QAccessibleWidget>
 #include <QFile>
 #include <QFileInfo>
 #include <QFontDatabase>
@@ -42,12 +43,32 @@ bool writeAtomically(const QString& path, const QByteArray& bytes) {
     return file.commit();
 }
 
+// The view's accessible object. QScintilla's own one measures the caret's character
+// offset from the start of the document after every edit and every caret move, a pass
+// over everything before the caret: at the end of a 100,000-line file each keystroke
+// then costs more than a frame. The view answers with a plain accessible widget, which
+// QScintilla's notifications do not look for, so they cost nothing.
+QAccessibleInterface* plainAccessible(const QString& className, QObject* object) {
+    if (className == QLatin1String("KLTextView") && object && object->isWidgetType())
+        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::EditableText);
+    return nullptr;
+}
+
+void installPlainAccessible() {
+    static const bool installed = [] {
+        QAccessible::installFactory(&plainAccessible);
+        return true;
+    }();
+    Q_UNUSED(installed);
+}
+
 } // namespace
 
 const QString KLTextView::NoContextMarker = QStringLiteral("!\u00a7$%&/()=?");
 
 KLTextView::KLTextView(QObject* owner, const QString& name, QWidget* parent)
     : QsciScintilla(parent), owner_(owner), name_(name) {
+    installPlainAccessible();
     setObjectName(name);
     configure();
 }
@@ -101,11 +122,17 @@ void KLTextView::configure() {
     setEditorFont(10);
     updateLineNumberWidth();
 
+    // QScintilla answers every insertion and deletion it is told of with an
+    // accessibility event whose offset it counts from the start of the document: a
+    // pass over the text before the change on every keystroke. The view is therefore
+    // told only of what is about to change, which QScintilla passes on untouched.
+    // (So QsciScintilla::textChanged() and linesChanged() are not emitted; the owner
+    // calls are.)
+    SendScintilla(SCI_SETMODEVENTMASK, SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE);
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this, &KLTextView::onModified);
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &KLTextView::onUpdateUi);
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &KLTextView::onCharAdded);
     connect(this, &QsciScintilla::marginClicked, this, &KLTextView::onMarginClicked);
-    connect(this, &QsciScintilla::linesChanged, this, &KLTextView::updateLineNumberWidth);
     connect(this, &QsciScintilla::userListActivated, this, [this](int, const QString& chosen) {
         const CompletionContext context = completionContext(position());
         replaceUtf16(documentText(), context.wordStart, position() - context.wordStart, chosen);
@@ -406,29 +433,58 @@ void KLTextView::notifyOwner(const char* method) {
         QMetaObject::invokeMethod(owner_, method, Qt::DirectConnection, Q_ARG(QObject*, this));
 }
 
-void KLTextView::onModified(int position, int modificationType, const char* text, int length, int, int,
-                            int, int, int, int) {
-    // The owner hears of each change in UTF-16 terms: a deletion before it happens
-    // (its extent can only be measured then), an insertion as it happens (Scintilla
-    // hands over the inserted text only then). Changes cannot be refused.
-    if (modificationType & (SC_MOD_BEFOREDELETE | SC_MOD_INSERTTEXT) &&
-        ownerHas(KLTextViewOwnerCalls::ShouldChangeText)) {
-        const qint64 location = utf16FromBytes(position);
-        qint64 removed = 0;
-        QString inserted;
-        if (modificationType & SC_MOD_BEFOREDELETE)
-            removed = utf16FromBytes(position + length) - location;
-        else if (text)
-            inserted = QString::fromUtf8(text, length);
-        bool allowed = true;
-        QMetaObject::invokeMethod(owner_, KLTextViewOwnerCalls::ShouldChangeText, Qt::DirectConnection,
-                                  Q_RETURN_ARG(bool, allowed), Q_ARG(QObject*, this),
-                                  Q_ARG(qint64, location), Q_ARG(qint64, removed), Q_ARG(QString, inserted));
+void KLTextView::onModified(int position, int modificationType, const char*, int length, int, int, int,
+                            int, int, int) {
+    // Only notifications of what is about to change arrive (see configure()).
+    if (!(modificationType & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)))
+        return;
+    // An insertion announced earlier is complete now, and still where it was put.
+    reportPendingInsertion();
+    ++changeCount_;
+    if (ownerHas(KLTextViewOwnerCalls::ShouldChangeText)) {
+        if (modificationType & SC_MOD_BEFOREDELETE) {
+            const qint64 location = utf16FromBytes(position);
+            askOwnerShouldChange(location, utf16FromBytes(position + length) - location, QString());
+        } else {
+            // The text to be inserted is not handed over here; it is read once it is in,
+            // before the next change or at the end of this turn of the event loop.
+            pendingInsertAt_ = position;
+            pendingInsertLength_ = length;
+        }
     }
-    if (modificationType & (SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT)) {
-        ++changeCount_;
-        notifyOwner(KLTextViewOwnerCalls::TextDidChange);
+    notifyOwner(KLTextViewOwnerCalls::TextDidChange);
+    if (!afterChangeQueued_) {
+        afterChangeQueued_ = true;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                afterChangeQueued_ = false;
+                reportPendingInsertion();
+                updateLineNumberWidth(); // the margin follows the line count
+            },
+            Qt::QueuedConnection);
     }
+}
+
+void KLTextView::reportPendingInsertion() {
+    if (pendingInsertLength_ <= 0)
+        return;
+    const long start = pendingInsertAt_;
+    const long end = qMin(start + pendingInsertLength_, long(SendScintilla(SCI_GETLENGTH)));
+    pendingInsertLength_ = 0;
+    if (!ownerHas(KLTextViewOwnerCalls::ShouldChangeText) || end <= start)
+        return;
+    QByteArray bytes(end - start + 1, '\0');
+    SendScintilla(SCI_GETTEXTRANGE, start, end, bytes.data());
+    bytes.chop(1);
+    askOwnerShouldChange(utf16FromBytes(start), 0, QString::fromUtf8(bytes));
+}
+
+void KLTextView::askOwnerShouldChange(qint64 location, qint64 removed, const QString& inserted) {
+    bool allowed = true;
+    QMetaObject::invokeMethod(owner_, KLTextViewOwnerCalls::ShouldChangeText, Qt::DirectConnection,
+                              Q_RETURN_ARG(bool, allowed), Q_ARG(QObject*, this), Q_ARG(qint64, location),
+                              Q_ARG(qint64, removed), Q_ARG(QString, inserted));
 }
 
 void KLTextView::onUpdateUi(int updated) {

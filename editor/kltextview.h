@@ -33,7 +33,8 @@ class QPrinter;
 class QThreadPool;
 
 // What the view calls on its owner (all on the main thread):
-//   void KLVR_TextDidChange(QObject* view)                 after every change of the text
+//   void KLVR_TextDidChange(QObject* view)                 as each change of the text is made
+//                                                          (the text may not hold it yet)
 //   void KLVR_TextViewDidChangeSelection(QObject* view)    after the cursor or selection moved
 //   QStringList KLVR_TextView_GetCompletion(QObject* view, QString expression)
 //       candidates for the expression before the word being completed; the expression
@@ -41,9 +42,12 @@ class QThreadPool;
 //   QString KLVR_TextView_GetCompletion2(QObject* view, QString word)
 //       the completion text of one whole word ("" for none); shown as a tip on "("
 //   bool textView_shouldChangeTextInRange(QObject* view, qint64 location, qint64 length,
-//       QString replacement)          for each change, in UTF-16 (a deletion before it
-//                                     happens, an insertion as it happens); the answer
-//                                     is not used: every change is allowed
+//       QString replacement)          for each change, in UTF-16: a deletion before it
+//                                     happens, an insertion once it is in (before the
+//                                     next change, at the latest at the end of the
+//                                     event-loop turn); the answer is not used
+// The view's own textChanged() and linesChanged() signals are not emitted (see
+// KLTextView::configure).
 namespace KLTextViewOwnerCalls {
 inline constexpr const char* TextDidChange = "KLVR_TextDidChange";
 inline constexpr const char* DidChangeSelection = "KLVR_TextViewDidChangeSelection";
@@ -169,6 +173,8 @@ private:
     void configure();
     void onModified(int position, int modificationType, const char* text, int length, int linesAdded,
                     int line, int foldNow, int foldPrev, int token, int annotationLinesAdded);
+    void reportPendingInsertion();
+    void askOwnerShouldChange(qint64 location, qint64 removed, const QString& inserted);
     void onUpdateUi(int updated);
     void onMarginClicked(int margin, int line, Qt::KeyboardModifiers modifiers);
     void onCharAdded(int character);
@@ -207,6 +213,9 @@ private:
     Utf16Range lastMatch_{-1, -1};
     QStringList shownCompletions_;
     qint64 changeCount_ = 0; // advances with every change of the text
+    long pendingInsertAt_ = 0;     // an insertion not yet reported to the owner
+    long pendingInsertLength_ = 0; // (bytes; 0: none)
+    bool afterChangeQueued_ = false;
     std::unique_ptr<QThreadPool> writer_;
 };
 
