@@ -231,6 +231,8 @@ void KLVR_KLTEXTVIEW_KEYWORDS(KLTextView* view, const QStringList& words);
 void KLVR_KLTEXTVIEW_TYPES(KLTextView* view, const QStringList& words);
 void KLVR_KLTEXTVIEW_COMMANDS(KLTextView* view, const QStringList& words);
 void KLVR_KLTEXTVIEW_LINESEPARATORS(KLTextView* view, const QList<qint64>& positions);
+// As the parser hands them out: none (a file never scanned) clears the rules.
+void KLVR_KLTEXTVIEW_LINESEPARATORS(KLTextView* view, const std::shared_ptr<const QList<qint64>>& positions);
 void KLVR_KLTEXTVIEW_PERFORMSYNTAXHIGHLIGHTING(KLTextView* view);
 void KLVR_KLTEXTVIEW_TURNOFFWRAPPING(KLTextView* view);
 void KLVR_KLTEXTVIEW_TURNONAUTOINDENT(KLTextView* view);

@@ -14,6 +14,9 @@ void KLVR_KLTEXTVIEW_COMMANDS(KLTextView* view, const QStringList& words) { view
 void KLVR_KLTEXTVIEW_LINESEPARATORS(KLTextView* view, const QList<qint64>& positions) {
     view->setLineSeparators(positions);
 }
+void KLVR_KLTEXTVIEW_LINESEPARATORS(KLTextView* view, const std::shared_ptr<const QList<qint64>>& positions) {
+    view->setLineSeparators(positions ? *positions : QList<qint64>());
+}
 void KLVR_KLTEXTVIEW_PERFORMSYNTAXHIGHLIGHTING(KLTextView* view) { view->performSyntaxHighlighting(); }
 void KLVR_KLTEXTVIEW_TURNOFFWRAPPING(KLTextView* view) { view->turnOffWrapping(); }
 void KLVR_KLTEXTVIEW_TURNONAUTOINDENT(KLTextView* view) { view->turnOnAutoIndent(); }
