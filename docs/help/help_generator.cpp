@@ -61,8 +61,10 @@ int writePdf(const QString& sourcePath, const QString& outputPath, const QString
     QTextDocument document;
     document.setDefaultFont(QFont(QStringLiteral("DejaVu Sans"), 10));
     document.setDefaultStyleSheet(QString::fromLatin1(kDocumentStyle));
-    // Relative image names resolve against the resource folder.
-    document.setBaseUrl(QUrl::fromLocalFile(QFileInfo(imageFolder).absoluteFilePath() + QLatin1Char('/')));
+    // Relative image names resolve against the document's own address, which is
+    // set to the resource folder.
+    document.setMetaInformation(QTextDocument::DocumentUrl,
+                                QUrl::fromLocalFile(QFileInfo(imageFolder).absoluteFilePath() + QLatin1Char('/')).toString());
     document.setHtml(html);
     document.setMetaInformation(QTextDocument::DocumentTitle, title);
 
@@ -74,8 +76,9 @@ int writePdf(const QString& sourcePath, const QString& outputPath, const QString
         writer.setTitle(title);
         writer.setCreator(QStringLiteral("Kelvaro"));
         writer.setResolution(300);
+        // QTextDocument::print adds margins of 2 cm of its own.
         writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
-                                         QMarginsF(18, 18, 18, 18), QPageLayout::Millimeter));
+                                         QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter));
         document.print(&writer);
     } // the writer finishes the PDF when it goes
     if (!output.commit())
