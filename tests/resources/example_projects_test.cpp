@@ -73,7 +73,7 @@ struct SourceReport {
 const QRegularExpression kMethodStart(
     QStringLiteral("^(?:(?:Public|Private) )?(Sub|Function|Event|Action|Delegate|IBAction) (\\w+)\\(([^)]*)\\)"),
     QRegularExpression::CaseInsensitiveOption);
-const QRegularExpression kDimOrConst(QStringLiteral("^(?:(?:Public|Private) )?(Dim|Const) (\\w+) As (\\w+)"),
+const QRegularExpression kDimOrConst(QStringLiteral("^(?:(?:Public|Private) )?(Dim|Const|IBOutlet) (\\w+) As (\\w+)"),
                                      QRegularExpression::CaseInsensitiveOption);
 
 // Checks that every block is closed by its own line, that declarations do not
@@ -292,6 +292,26 @@ TEST(ExampleProjects, ExamplesBuildAndPrintWhatTheyCompute) {
                                               << program_run.out.toStdString();
         if (it.key() == "Hello") {
             EXPECT_EQ(program_run.out, "Hello\n");
+        }
+    }
+}
+
+TEST(ExampleProjects, FileTemplatesLieBesideTheExecutables) {
+    for (const char* name : {"AppDelegate.NSObject.klvr", "Preferences.KLPreferences.klvr", "Preferences.xib"}) {
+        SCOPED_TRACE(name);
+        const QByteArray source = contents(sourceResources() + "/TEMPLATE/" + QString::fromLatin1(name));
+        ASSERT_FALSE(source.isEmpty());
+        EXPECT_EQ(contents(QStringLiteral(KELVARO_APP_DIR "/Contents/MacOS/TEMPLATE/") + QString::fromLatin1(name)),
+                  source);
+        if (QByteArray(name).endsWith(".xib")) {
+            QString root;
+            EXPECT_TRUE(wellFormedXml(source, &root));
+        } else {
+            // Their declarations must show in the navigators, and their blocks close.
+            EXPECT_TRUE(source.startsWith('\n'));
+            const SourceReport report = examineSource(QString::fromUtf8(source));
+            for (const QString& problem : report.problems)
+                EXPECT_TRUE(problem.contains("not one the runner knows")) << problem.toStdString();
         }
     }
 }
