@@ -2,6 +2,7 @@
 // welcome window): what the main interface description holds.
 #include "frame/global.h"
 
+#include "frame/mainwindow.h"
 #include "frame/welcome_window.h"
 
 #include <QComboBox>
@@ -12,8 +13,18 @@ Global::Global() { Init(); }
 Global::~Global() {
     klvr_frame::forget<Global>(this);
     delete go;
+    if (mymainwindow) {
+        if (menuBar_ && menuBar_->parent() == mymainwindow)
+            menuBar_ = nullptr; // the window owns it now
+        delete mymainwindow;
+        mymainwindow = nullptr;
+    }
     delete menuBar_;
     delete Welcome;
+    delete pubProject;
+    delete pubEvent;
+    delete bSwitchObjC;
+    delete bSwitchDebug;
 }
 
 void Global::Init() {

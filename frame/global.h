@@ -77,6 +77,8 @@ public:
     // True while work that the screenshot should wait for is under way.
     bool isBusy() const;
     Q_INVOKABLE void WelcomeClose(const Value& sender = Value());
+    // Where the start-up places the main window on a screen, before zooming it.
+    static QRect mainWindowFrame(const QRect& screen);
     // Centres the welcome window and shows it.
     void showWelcome();
 

@@ -7,6 +7,8 @@
 
 mainwindow::mainwindow() { Init(); }
 
+mainwindow::~mainwindow() { klvr_frame::forget<mainwindow>(this); }
+
 void mainwindow::Init() {
     setObjectName(QStringLiteral("mw"));
     resize(500, 500);

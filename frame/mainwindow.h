@@ -12,6 +12,7 @@ class mainwindow : public QMainWindow {
     KLVR_CLASS_FRAME(mainwindow)
 public:
     mainwindow();
+    ~mainwindow() override;
 
     // The platform's window style bits: titled 1, closable 2, miniaturizable 4, resizable 8.
     void setStyleMask(qint64 mask);

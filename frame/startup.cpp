@@ -56,8 +56,7 @@ void Global::KLVR_AwakeFromNib() {
     KLVR_STEP("AwakeFromNib");
     QRect screen = QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->availableGeometry()
                                                     : QRect(0, 0, 1440, 900);
-    const int margin = 200;
-    mymainwindow->setGeometry(screen.x() + margin, screen.y(), screen.width() - 2 * margin, screen.height());
+    mymainwindow->setGeometry(mainWindowFrame(screen));
     mymainwindow->show();
     mymainwindow->showMaximized();
 
@@ -72,6 +71,11 @@ void Global::KLVR_AwakeFromNib() {
         }
     }
     showWelcome();
+}
+
+QRect Global::mainWindowFrame(const QRect& screen) {
+    const int margin = 200;
+    return QRect(screen.x() + margin, screen.y(), screen.width() - 2 * margin, screen.height());
 }
 
 void Global::showWelcome() {
