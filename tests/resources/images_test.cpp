@@ -16,7 +16,9 @@ const QStringList kNavigatorImages = {"Sub.png",      "Function.png", "Action.pn
                                       "Dim.png",      "Const.png",    "Event.png",
                                       "Delegate.png", "IBOutlet.png", "IBAction.png"};
 const QStringList kToolbarImages = {"ti_back.png", "ti_global.png", "ti_lasterror.png", "ti_run.png",
-                                    "ti_build.png", "ti_stop.png",  "ti_ib.png",        "ti_log.png"};
+                                    "ti_build.png", "ti_stop.png",  "ti_ib.png",        "ti_log.png",
+                                    "ti_projecticon.png", "ti_project.png", "ti_event.png",
+                                    "ti_filesearch.png"};
 
 // How much of a picture is drawn, and with how many colours: a blank or
 // one-colour square is no pictogram.
