@@ -4,12 +4,50 @@
 // arguments, it runs the sources in ../Resources beside itself.
 #include "tools/lang/project.h"
 
+#include <pthread.h>
+
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace fs = std::filesystem;
+
+namespace {
+
+// Deep recursion in a program must end in "Too many nested calls", not in the end of
+// the stack, so the program runs on a thread with a stack far beyond what the
+// interpreter's nesting limit can use.
+constexpr std::size_t kRunnerStackBytes = std::size_t{1} << 30;
+
+struct RunRequest {
+    fs::path folder;
+    std::optional<klvr::Diagnostic> error;
+};
+
+void* runOnThread(void* request) {
+    auto* run = static_cast<RunRequest*>(request);
+    run->error = klvr::runFolder(run->folder);
+    return nullptr;
+}
+
+std::optional<klvr::Diagnostic> runWithLargeStack(const fs::path& folder) {
+    RunRequest request{folder, std::nullopt};
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    pthread_attr_setstacksize(&attributes, kRunnerStackBytes);
+    pthread_t thread;
+    if (pthread_create(&thread, &attributes, runOnThread, &request) != 0) {
+        pthread_attr_destroy(&attributes);
+        return klvr::runFolder(folder);  // no thread to be had: run here, within the usual limits
+    }
+    pthread_attr_destroy(&attributes);
+    pthread_join(thread, nullptr);
+    return request.error;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     // Output reaches the IDE's run log line by line, also from a program that never ends.
@@ -27,7 +65,7 @@ int main(int argc, char** argv) {
         std::fputs("usage: klvrrun FOLDER\n", stderr);
         return 2;
     }
-    const auto error = klvr::runFolder(folder);
+    const auto error = runWithLargeStack(folder);
     std::fflush(stdout);
     if (error) {
         // The same shape as a compiler error, without its final line break.

@@ -15,6 +15,7 @@ class Interpreter;
 
 struct Expr {
     int line = 0;
+    int height = 1;  // levels of the tree below and including this node
     virtual ~Expr() = default;
     virtual Value eval(Interpreter& in) const = 0;
 };

@@ -251,6 +251,16 @@ Interpreter::Interpreter(const ClassUnit& unitToRun, Options options) : unit(uni
 }
 
 Flow Interpreter::execBlock(const Block& block) {
+    struct Nesting {
+        int& depth;
+        explicit Nesting(int& d, int max) : depth(d) {
+            if (++depth > max) {
+                --depth;
+                throw RuntimeFailure("Too many nested calls");
+            }
+        }
+        ~Nesting() { --depth; }
+    } nesting(blockDepth_, options_.maxBlockDepth);
     for (const StmtPtr& stmt : block) {
         if (options_.maxSteps >= 0 && ++steps_ > options_.maxSteps)
             throw RuntimeFailure("Step limit reached");

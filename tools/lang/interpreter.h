@@ -17,6 +17,8 @@ public:
     struct Options {
         std::int64_t maxSteps = -1;  // statements to run before giving up; -1 for no limit
         int maxCallDepth = 10000;
+        // Blocks inside blocks and calls, together; bounds the interpreter's own stack.
+        int maxBlockDepth = 100000;
         std::function<void(const QString&)> print;
     };
 
@@ -43,6 +45,7 @@ private:
     Options options_;
     std::int64_t steps_ = 0;
     int depth_ = 0;
+    int blockDepth_ = 0;
 };
 
 // Thrown by End: stops the program without an error.

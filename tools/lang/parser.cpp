@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <algorithm>
 #include <unordered_map>
 
 namespace klvr {
@@ -103,6 +104,15 @@ private:
     struct Line {
         std::uint32_t begin, end;
         int error;  // index into lexErrors_, or -1
+    };
+
+    struct DepthGuard {
+        Parser& parser;
+        explicit DepthGuard(Parser& p) : parser(p) {
+            if (++parser.exprDepth_ > kMaxExpressionDepth)
+                parser.fail("Expression too deeply nested");
+        }
+        ~DepthGuard() { --parser.exprDepth_; }
     };
 
     // ---- tokens and lines ----
@@ -416,7 +426,7 @@ private:
         switch (kind) {
         case BlockKind::Method: return t == Term::MethodEnd;
         case BlockKind::If: return t == Term::Else || t == Term::ElseIf || t == Term::EndIf;
-        case BlockKind::ElsePart: return t == Term::EndIf;
+        case BlockKind::ElsePart: return t == Term::EndIf || t == Term::ElseIf;
         case BlockKind::For: return t == Term::Next;
         case BlockKind::While: return t == Term::Wend;
         case BlockKind::Do: return t == Term::Loop;
@@ -544,6 +554,7 @@ private:
     }
 
     StmtPtr parseIf(bool inlineOnly) {
+        DepthGuard guard(*this);  // one-line Ifs may nest: If a Then If b Then ...
         const int line = static_cast<int>(li_) + 1;
         auto stmt = std::make_unique<IfStmt>();
         stmt->line = line;
@@ -578,13 +589,20 @@ private:
             const Term t = classify();
             if (t == Term::ElseIf) {
                 p_ += kw(p_) == Kw::Else ? 2 : 1;
-                stmt->conditions.push_back(parseExpr());
+                ExprPtr condition = parseExpr();
                 if (kw(p_) != Kw::Then)
                     fail("Then expected");
                 ++p_;
                 expectEnd();
                 ++li_;
-                stmt->branches.push_back(parseBody(BlockKind::If));
+                const bool afterElse = open_.back() == BlockKind::ElsePart;
+                Block branch = parseBody(open_.back());
+                // The IDE's "If Then Else Else If" template puts an Else If after the
+                // Else; it is accepted, and never reached, since the Else runs first.
+                if (!afterElse) {
+                    stmt->conditions.push_back(std::move(condition));
+                    stmt->branches.push_back(std::move(branch));
+                }
             } else if (t == Term::Else) {
                 ++p_;
                 expectEnd();
@@ -1018,17 +1036,13 @@ private:
 
     // ---- expressions ----
 
-    struct DepthGuard {
-        Parser& parser;
-        explicit DepthGuard(Parser& p) : parser(p) {
-            if (++parser.exprDepth_ > kMaxExpressionDepth)
-                parser.fail("Expression too deeply nested");
-        }
-        ~DepthGuard() { --parser.exprDepth_; }
-    };
 
-    static ExprPtr makeBinary(BinOp op, ExprPtr left, ExprPtr right, int line) {
+    ExprPtr makeBinary(BinOp op, ExprPtr left, ExprPtr right, int line) const {
+        const int height = std::max(left->height, right->height) + 1;
+        if (height > kMaxExpressionHeight)
+            fail("Expression too long");
         auto expr = std::make_unique<BinaryExpr>();
+        expr->height = height;
         expr->line = line;
         expr->op = op;
         expr->left = std::move(left);
@@ -1161,8 +1175,14 @@ private:
         return left;
     }
 
-    static ExprPtr unsupported(std::string what, std::vector<ExprPtr> parts, int line) {
+    ExprPtr unsupported(std::string what, std::vector<ExprPtr> parts, int line) const {
+        int height = 1;
+        for (const ExprPtr& part : parts)
+            height = std::max(height, part->height + 1);
+        if (height > kMaxExpressionHeight)
+            fail("Expression too long");
         auto expr = std::make_unique<UnsupportedExpr>();
+        expr->height = height;
         expr->line = line;
         expr->what = std::move(what) + " is not supported by the runner";
         expr->parts = std::move(parts);

@@ -17,6 +17,8 @@ namespace klvr {
 // the tree stays far from the end of the stack.
 constexpr int kMaxBlockDepth = 200;
 constexpr int kMaxExpressionDepth = 100;
+// Also long chains such as a+b+c+... or a.b.c... make deep trees.
+constexpr int kMaxExpressionHeight = 200;
 
 struct CompileContext {
     const Vocabulary* vocabulary = nullptr;

@@ -15,7 +15,7 @@ namespace klvr {
 
 inline constexpr const char* kGlobalFileName = "Global.NSObject.klvr";
 // Bigger source files are refused rather than read into memory.
-inline constexpr std::uintmax_t kMaxSourceBytes = 256u * 1024u * 1024u;
+inline constexpr std::uintmax_t kMaxSourceBytes = 16u * 1024u * 1024u;
 
 // The project's name: the last component of its folder (a final "/" is ignored).
 std::string projectName(const std::filesystem::path& project);
