@@ -489,7 +489,7 @@ private:
     // Reads statements up to a line that ends this block; that line is left current.
     Block parseBody(BlockKind kind) {
         if (static_cast<int>(open_.size()) > kMaxBlockDepth)
-            fail("Blocks nested too deeply");
+            failAt(static_cast<int>(li_), "Blocks nested too deeply");  // the opening line
         Block block;
         const std::string closer = closerOf(kind, openMethodKind_);
         for (;;) {
@@ -554,7 +554,6 @@ private:
     }
 
     StmtPtr parseIf(bool inlineOnly) {
-        DepthGuard guard(*this);  // one-line Ifs may nest: If a Then If b Then ...
         const int line = static_cast<int>(li_) + 1;
         auto stmt = std::make_unique<IfStmt>();
         stmt->line = line;
@@ -933,8 +932,10 @@ private:
             ++p_;
             return stmt;
         }
-        if (k == Kw::If)
+        if (k == Kw::If) {
+            DepthGuard guard(*this);  // one-line Ifs may nest: If a Then If b Then ...
             return parseIf(true);
+        }
         if (k == Kw::Me || (k == Kw::None && !atEnd() && toks_[p_].kind == Tok::Name))
             return parseCallOrAssignment();
         if (atEnd())
@@ -984,7 +985,7 @@ private:
             stmt->parts.push_back(std::move(value));
             return stmt;
         }
-        if (!atEnd() && kw(p_) != Kw::Else) {
+        if (!atEnd() && kw(p_) != Kw::Else && dynamic_cast<UnsupportedExpr*>(target.get())) {
             // "obj.Go x, y": the arguments of a member call without parentheses.
             auto stmt = std::make_unique<UnsupportedStmt>();
             stmt->line = line;
