@@ -150,6 +150,7 @@ Flow ForStmt::exec(Interpreter& in) const {
         std::int64_t i = first.i;
         const std::int64_t end = last.i, by = increment.i;
         while (by >= 0 ? i <= end : i >= end) {
+            in.tick();  // an empty body still counts
             in.locals[slot] = Value::ofInteger(i);
             const Flow f = in.execBlock(body);
             if (f != Flow::Normal)
@@ -174,6 +175,7 @@ Flow ForStmt::exec(Interpreter& in) const {
     double x = number(first);
     const double end = number(last), by = number(increment);
     while (by >= 0 ? x <= end : x >= end) {
+        in.tick();
         in.locals[slot] = convertTo(type, Value::ofDouble(x));
         const Flow f = in.execBlock(body);
         if (f != Flow::Normal)
@@ -187,6 +189,7 @@ Flow ForStmt::exec(Interpreter& in) const {
 
 Flow WhileStmt::exec(Interpreter& in) const {
     for (;;) {
+        in.tick();
         in.line = line;
         if (!truthOf(condition->eval(in)))
             return Flow::Normal;
@@ -200,6 +203,7 @@ Flow WhileStmt::exec(Interpreter& in) const {
 
 Flow DoStmt::exec(Interpreter& in) const {
     for (;;) {
+        in.tick();
         in.line = line;
         if (preCondition && truthOf(preCondition->eval(in)) == preUntil)
             return Flow::Normal;
@@ -262,8 +266,7 @@ Flow Interpreter::execBlock(const Block& block) {
         ~Nesting() { --depth; }
     } nesting(blockDepth_, options_.maxBlockDepth);
     for (const StmtPtr& stmt : block) {
-        if (options_.maxSteps >= 0 && ++steps_ > options_.maxSteps)
-            throw RuntimeFailure("Step limit reached");
+        tick();
         line = stmt->line;
         const Flow f = stmt->exec(*this);
         if (f != Flow::Normal)

@@ -30,6 +30,11 @@ public:
     // ---- used by the tree's nodes ----
     Flow execBlock(const Block& block);
     Value call(const CallExpr& call);
+    // Counts one step of work; a program past its step limit stops here.
+    void tick() {
+        if (options_.maxSteps >= 0 && ++steps_ > options_.maxSteps)
+            throw RuntimeFailure("Step limit reached");
+    }
     void print(const QString& text) {
         if (options_.print)
             options_.print(text);

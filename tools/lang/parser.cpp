@@ -980,7 +980,10 @@ private:
             }
             auto stmt = std::make_unique<UnsupportedStmt>();
             stmt->line = line;
-            stmt->what = "Assignment to this target is not supported by the runner";
+            const auto* unknown = dynamic_cast<UnsupportedExpr*>(target.get());
+            stmt->what = unknown && unknown->what.rfind("Unknown identifier", 0) == 0
+                             ? unknown->what
+                             : "Assignment to this target is not supported by the runner";
             stmt->parts.push_back(std::move(target));
             stmt->parts.push_back(std::move(value));
             return stmt;
@@ -1276,6 +1279,17 @@ private:
             lit->line = line;
             ++p_;
             return lit;
+        }
+        case Kw::Not: {
+            // "a & Not b": Not as an operand binds to the term right after it.
+            DepthGuard guard(*this);
+            ++p_;
+            auto expr = std::make_unique<UnaryExpr>();
+            expr->line = line;
+            expr->isNot = true;
+            expr->operand = parsePostfix();
+            expr->height = expr->operand->height + 1;
+            return expr;
         }
         case Kw::Me:
             ++p_;
