@@ -176,7 +176,7 @@ INSTANTIATE_TEST_SUITE_P(
         RuntimeErrorCase{"EndlessLoopHitsTheStepLimit", program("  While True\n  Wend\n"), "Step limit reached", 3},
         RuntimeErrorCase{"ObjectMembersFailWhenReached", program("  Print(\"before\")\n  NSApp.terminate Nil\n"),
                          "Member call is not supported by the runner", 4},
-        RuntimeErrorCase{"UnknownNameFailsWhenReached", program("  Print(1)\n  missing = 2\n"), "Unknown identifier missing", 4},
+        RuntimeErrorCase{"LibraryNameFailsWhenReached", program("  Print(1)\n  NSApp = 2\n"), "NSApp is not supported by the runner", 4},
         RuntimeErrorCase{"ConversionOverflow", program("  Dim n As Integer = 1e300\n"), "Overflow", 3}),
     [](const ::testing::TestParamInfo<RuntimeErrorCase>& info) { return std::string(info.param.name); });
 

@@ -980,10 +980,9 @@ private:
             }
             auto stmt = std::make_unique<UnsupportedStmt>();
             stmt->line = line;
-            const auto* unknown = dynamic_cast<UnsupportedExpr*>(target.get());
-            stmt->what = unknown && unknown->what.rfind("Unknown identifier", 0) == 0
-                             ? unknown->what
-                             : "Assignment to this target is not supported by the runner";
+            const auto* name = dynamic_cast<UnsupportedExpr*>(target.get());
+            stmt->what = name && name->parts.empty() ? name->what  // a library name
+                                                     : "Assignment to this target is not supported by the runner";
             stmt->parts.push_back(std::move(target));
             stmt->parts.push_back(std::move(value));
             return stmt;
@@ -1359,13 +1358,9 @@ private:
                            (context_.vocabulary && context_.vocabulary->contains(lower));
         if (!known && context_.unknownNamesAreErrors)
             failAt(line, "Unknown identifier " + name);
-        if (known)
-            return unsupported(name, std::move(args), line);
-        auto expr = std::make_unique<UnsupportedExpr>();
-        expr->line = line;
-        expr->what = "Unknown identifier " + name;
-        expr->parts = std::move(args);
-        return expr;
+        // The runner has no vocabulary lists: a name the checker let through belongs
+        // to the library, which the runner does not have.
+        return unsupported(name, std::move(args), line);
     }
 
     std::string file_;
