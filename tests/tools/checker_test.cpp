@@ -112,6 +112,11 @@ INSTANTIATE_TEST_SUITE_P(
                   "Expression too deeply nested", 3},
         ErrorCase{"TooLong", longSum(400), "Expression too long", 3},
         ErrorCase{"ColonSeparator", "\nSub A()\n  Print(1) : Print(2)\nEnd Sub\n", "End of statement expected", 3},
+        ErrorCase{"UnclosedTry", "\nSub A()\n  Try\n  Catch\nEnd Sub\n", "End Try expected", 5},
+        ErrorCase{"StrayCatch", "\nSub A()\n  Catch e\nEnd Sub\n", "Catch without Try", 3},
+        ErrorCase{"StrayEndWith", "\nSub A()\n  End With\nEnd Sub\n", "End With without With", 3},
+        ErrorCase{"ContinueOutsideLoop", "\nSub A()\n  Continue While\nEnd Sub\n", "Continue While outside While", 3},
+        ErrorCase{"DotOutsideWith", "\nSub A()\n  .x = 1\nEnd Sub\n", "Statement expected before .", 3},
         ErrorCase{"CrLfLines", "\r\nSub A()\r\n  Next\r\nEnd Sub\r\n", "Next without For", 3}),
     [](const ::testing::TestParamInfo<ErrorCase>& info) { return std::string(info.param.name); });
 
@@ -177,6 +182,11 @@ TEST(Checker, AcceptsTheLanguageAsWritten) {
         "    first = first \\ 2 Mod 7\n"
         "  End While\n"
         "  Alert(\"\xc3\xa9t\xc3\xa9 \xff\xfe\") ' bytes that are not UTF-8 in a string\n"
+        "  If w Is Nil Or Not w Is Nil Then Print(\"nil\")\n"
+        "  Try\n    Throw New NSException\n  Catch e As NSException\n    Print(e.reason)\n  Finally\n    Stop\n  End Try\n"
+        "  With w\n    .setTitle \"t\"\n    first = .title\n  End With\n"
+        "  Static calls As Integer\n  Call lower(1, 2)\n"
+        "  For j = 1 To 2\n    Continue For\n  Next\n"
         "End Event";  // no line break at the end
     const Verdict v = check(text);
     EXPECT_TRUE(v.ok) << v.message << " in line " << v.line;

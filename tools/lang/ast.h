@@ -141,6 +141,13 @@ struct SelectStmt : Stmt {
     Flow exec(Interpreter& in) const override;
 };
 
+// Try … Catch … Finally … End Try: runtime errors end the program, so the runner
+// runs the Try part and then the Finally part; a Catch part is never reached.
+struct TryStmt : Stmt {
+    Block body, finallyBlock;
+    Flow exec(Interpreter& in) const override;
+};
+
 struct ReturnStmt : Stmt {
     ExprPtr value;  // may be null
     Flow exec(Interpreter& in) const override;

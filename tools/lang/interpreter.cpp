@@ -241,6 +241,12 @@ Flow SelectStmt::exec(Interpreter& in) const {
     return hasElse ? finish(in.execBlock(elseBranch)) : Flow::Normal;
 }
 
+Flow TryStmt::exec(Interpreter& in) const {
+    const Flow f = in.execBlock(body);
+    const Flow after = in.execBlock(finallyBlock);
+    return after != Flow::Normal ? after : f;
+}
+
 Flow ReturnStmt::exec(Interpreter& in) const {
     in.returnValue = value ? value->eval(in) : Value();
     return Flow::Return;

@@ -14,10 +14,12 @@ namespace klvr {
 namespace {
 
 // What kind of block a line of code sits in.
-enum class BlockKind : std::uint8_t { Method, If, ElsePart, For, While, Do, Select };
+enum class BlockKind : std::uint8_t { Method, If, ElsePart, For, While, Do, Select, Try, With };
 
 // A line that ends (or continues) a block instead of being a statement.
-enum class Term : std::uint8_t { None, MethodEnd, EndIf, EndSelect, Wend, Next, Loop, Else, ElseIf, Case, EndOther, Decl };
+enum class Term : std::uint8_t {
+    None, MethodEnd, EndIf, EndSelect, Wend, Next, Loop, Else, ElseIf, Case, Catch, Finally, EndTry, EndWith, EndOther, Decl
+};
 
 const char* methodWord(MethodKind k) {
     switch (k) {
@@ -418,6 +420,8 @@ private:
         case BlockKind::While: return "Wend";
         case BlockKind::Do: return "Loop";
         case BlockKind::Select: return "End Select";
+        case BlockKind::Try: return "End Try";
+        case BlockKind::With: return "End With";
         }
         return "End";
     }
@@ -431,6 +435,8 @@ private:
         case BlockKind::While: return t == Term::Wend;
         case BlockKind::Do: return t == Term::Loop;
         case BlockKind::Select: return t == Term::Case || t == Term::EndSelect;
+        case BlockKind::Try: return t == Term::Catch || t == Term::Finally || t == Term::EndTry;
+        case BlockKind::With: return t == Term::EndWith;
         }
         return false;
     }
@@ -445,6 +451,10 @@ private:
         case Term::Loop: return "Loop without Do";
         case Term::Case: return "Case without Select Case";
         case Term::EndSelect: return "End Select without Select Case";
+        case Term::Catch: return "Catch without Try";
+        case Term::Finally: return "Finally without Try";
+        case Term::EndTry: return "End Try without Try";
+        case Term::EndWith: return "End With without With";
         case Term::MethodEnd: {
             const char* word = methodWord(methodKindOf(kw(p_ + 1)));
             return std::string("End ") + word + " without " + word;
@@ -464,6 +474,8 @@ private:
             if (next == Kw::If) return Term::EndIf;
             if (next == Kw::Select) return Term::EndSelect;
             if (next == Kw::While) return Term::Wend;
+            if (next == Kw::Try) return Term::EndTry;
+            if (next == Kw::With) return Term::EndWith;
             return Term::EndOther;
         }
         case Kw::Wend: return Term::Wend;
@@ -472,6 +484,8 @@ private:
         case Kw::Else: return kw(p_ + 1) == Kw::If ? Term::ElseIf : Term::Else;
         case Kw::ElseIf: return Term::ElseIf;
         case Kw::Case: return Term::Case;
+        case Kw::Catch: return Term::Catch;
+        case Kw::Finally: return Term::Finally;
         case Kw::Public: case Kw::Private: case Kw::Sub: case Kw::Function: case Kw::Action:
         case Kw::Event: case Kw::Delegate: case Kw::IBOutlet: case Kw::IBAction: case Kw::Declare:
             return Term::Decl;
@@ -531,9 +545,17 @@ private:
         case Kw::While: out.push_back(parseWhile()); return;
         case Kw::Do: out.push_back(parseDo()); return;
         case Kw::Select: out.push_back(parseSelect()); return;
+        case Kw::Try: out.push_back(parseTry()); return;
+        case Kw::With: out.push_back(parseWith()); return;
         case Kw::Dim:
         case Kw::Const:
+        case Kw::Static:
             parseDim(false, false, out);
+            ++li_;
+            return;
+        case Kw::Stop:  // a breakpoint for a debugger; the runner goes on
+            ++p_;
+            expectEnd();
             ++li_;
             return;
         case Kw::End: {
@@ -761,6 +783,61 @@ private:
         return stmt;
     }
 
+    StmtPtr parseTry() {
+        auto stmt = std::make_unique<TryStmt>();
+        stmt->line = static_cast<int>(li_) + 1;
+        ++p_;
+        expectEnd();
+        ++li_;
+        open_.push_back(BlockKind::Try);
+        stmt->body = parseBody(BlockKind::Try);
+        for (;;) {
+            const Term t = classify();
+            if (t == Term::EndTry) {
+                p_ += 2;
+                expectEnd();
+                ++li_;
+                open_.pop_back();
+                return stmt;
+            }
+            ++p_;
+            if (t == Term::Catch && isPlainName(p_)) {
+                const std::string name = text(p_);
+                ++p_;
+                DeclType type = DeclType::Variant;
+                if (kw(p_) == Kw::As) {
+                    ++p_;
+                    type = parseTypeName();
+                }
+                declareLocal(name, type);
+            }
+            expectEnd();
+            ++li_;
+            Block part = parseBody(BlockKind::Try);
+            if (t == Term::Finally)
+                stmt->finallyBlock = std::move(part);
+        }
+    }
+
+    StmtPtr parseWith() {
+        auto stmt = std::make_unique<UnsupportedStmt>();
+        stmt->line = static_cast<int>(li_) + 1;
+        stmt->what = "With is not supported by the runner";
+        ++p_;
+        stmt->parts.push_back(parseExpr());
+        expectEnd();
+        ++li_;
+        open_.push_back(BlockKind::With);
+        ++withDepth_;
+        Block body = parseBody(BlockKind::With);
+        --withDepth_;
+        p_ += 2;
+        expectEnd();
+        ++li_;
+        open_.pop_back();
+        return stmt;
+    }
+
     StmtPtr parseSelect() {
         auto stmt = std::make_unique<SelectStmt>();
         stmt->line = static_cast<int>(li_) + 1;
@@ -932,11 +1009,42 @@ private:
             ++p_;
             return stmt;
         }
+        if (k == Kw::Call) {
+            ++p_;
+            if (!isPlainName(p_) && kw(p_) != Kw::Me)
+                fail("Name expected after Call");
+            return parseCallOrAssignment();
+        }
+        if (k == Kw::Continue || k == Kw::Throw || k == Kw::Redim) {
+            auto stmt = std::make_unique<UnsupportedStmt>();
+            stmt->line = line;
+            stmt->what = text(p_) + " is not supported by the runner";
+            ++p_;
+            if (k == Kw::Continue) {
+                const Kw what = kw(p_);
+                const BlockKind needed = what == Kw::For ? BlockKind::For : what == Kw::While ? BlockKind::While
+                                         : what == Kw::Do ? BlockKind::Do : BlockKind::Method;
+                if (needed == BlockKind::Method)
+                    fail("For, While or Do expected after Continue");
+                bool inside = false;
+                for (BlockKind open : open_)
+                    inside = inside || open == needed;
+                if (!inside)
+                    fail("Continue " + text(p_) + " outside " + text(p_));
+                ++p_;
+            } else {
+                if (k == Kw::Redim && kw(p_) == Kw::Preserve)
+                    ++p_;
+                for (auto& part : parseArgList())
+                    stmt->parts.push_back(std::move(part));
+            }
+            return stmt;
+        }
         if (k == Kw::If) {
             DepthGuard guard(*this);  // one-line Ifs may nest: If a Then If b Then ...
             return parseIf(true);
         }
-        if (k == Kw::Me || (k == Kw::None && !atEnd() && toks_[p_].kind == Tok::Name))
+        if (k == Kw::Me || (k == Kw::None && !atEnd() && toks_[p_].kind == Tok::Name) || (withDepth_ > 0 && isOp(p_, '.')))
             return parseCallOrAssignment();
         if (atEnd())
             fail("Statement expected");
@@ -948,7 +1056,7 @@ private:
         // "Foo 1, 2" and "obj.Go x": a call whose arguments are not in parentheses.
         const bool bareCall = p_ + 1 < e_ && !isOp(p_ + 1, '(') && !isOp(p_ + 1, '.') && !isOp(p_ + 1, '=') &&
                               kw(p_ + 1) != Kw::Else;
-        if (bareCall && kw(p_) == Kw::None) {
+        if (bareCall && kw(p_) == Kw::None && toks_[p_].kind == Tok::Name) {
             const std::uint32_t nameAt = p_;
             ++p_;
             std::vector<ExprPtr> args = parseArgList();
@@ -1089,16 +1197,17 @@ private:
     }
 
     bool comparisonNext() const {
-        if (atEnd() || toks_[p_].kind != Tok::Op)
+        if (atEnd() || toks_[p_].kind != Tok::Op || isIsNext())
             return false;
         const std::string_view op = toks_[p_].text;
         return op == "=" || op == "<>" || op == "<" || op == ">" || op == "<=" || op == ">=";
     }
+    bool isIsNext() const { return kw(p_) == Kw::Is; }
 
     ExprPtr parseCompare() {
         ExprPtr left = parseConcat();
-        while (comparisonNext()) {
-            const BinOp op = comparisonAt(p_);
+        while (comparisonNext() || isIsNext()) {
+            const BinOp op = isIsNext() ? BinOp::Is : comparisonAt(p_);
             ++p_;
             left = makeBinary(op, std::move(left), parseConcat(), lineNo());
         }
@@ -1251,6 +1360,8 @@ private:
             return lit;
         }
         case Tok::Op:
+            if (isOp(p_, '.') && withDepth_ > 0)
+                return unsupported("With", {}, line);  // ".member" of the With object; the postfix loop reads it
             if (isOp(p_, '(')) {
                 DepthGuard guard(*this);
                 ++p_;
@@ -1382,6 +1493,7 @@ private:
     std::vector<DeclType> localTypes_;
     std::vector<BlockKind> open_;
     int exprDepth_ = 0;
+    int withDepth_ = 0;
 };
 
 }  // namespace

@@ -115,6 +115,11 @@ Value binary(BinOp op, const Value& a, const Value& b) {
         if (!isNumeric(a) || !isNumeric(b))
             mismatch();
         return Value::ofDouble(std::pow(doubleOf(a), doubleOf(b)));
+    case BinOp::Is:
+        // "x Is Nil": Nil is only itself; other values compare as with =.
+        if (a.type == VType::Nil || b.type == VType::Nil)
+            return Value::ofBoolean(a.type == b.type);
+        return Value::ofBoolean(compareValues(a, b) == 0);
     case BinOp::Eq: return Value::ofBoolean(compareValues(a, b) == 0);
     case BinOp::Ne: return Value::ofBoolean(compareValues(a, b) != 0);
     case BinOp::Lt: return Value::ofBoolean(compareValues(a, b) < 0);

@@ -36,7 +36,7 @@ struct Value {
 };
 
 enum class BinOp : std::uint8_t {
-    Add, Sub, Mul, Div, IntDiv, Mod, Pow, Concat, Eq, Ne, Lt, Gt, Le, Ge, And, Or, Xor
+    Add, Sub, Mul, Div, IntDiv, Mod, Pow, Concat, Eq, Ne, Lt, Gt, Le, Ge, And, Or, Xor, Is
 };
 
 // The text form used by Str, Print and concatenation: 42, 3.5, True, "" for Nil.

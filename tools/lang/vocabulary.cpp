@@ -26,7 +26,10 @@ const std::unordered_map<std::string, Kw>& keywordTable() {
         {"is", Kw::Is}, {"do", Kw::Do}, {"loop", Kw::Loop}, {"until", Kw::Until}, {"exit", Kw::Exit},
         {"return", Kw::Return}, {"and", Kw::And}, {"or", Kw::Or}, {"xor", Kw::Xor}, {"not", Kw::Not},
         {"mod", Kw::Mod}, {"true", Kw::True}, {"false", Kw::False}, {"nil", Kw::Nil}, {"me", Kw::Me},
-        {"byval", Kw::ByVal}, {"byref", Kw::ByRef}, {"optional", Kw::Optional},
+        {"byval", Kw::ByVal}, {"byref", Kw::ByRef}, {"optional", Kw::Optional}, {"try", Kw::Try},
+        {"catch", Kw::Catch}, {"finally", Kw::Finally}, {"throw", Kw::Throw}, {"with", Kw::With},
+        {"static", Kw::Static}, {"call", Kw::Call}, {"continue", Kw::Continue}, {"redim", Kw::Redim},
+        {"preserve", Kw::Preserve}, {"stop", Kw::Stop},
     };
     return table;
 }

@@ -15,7 +15,8 @@ enum class Kw : unsigned char {
     None, Public, Private, Sub, Function, Action, Event, Delegate, IBOutlet, IBAction,
     Dim, Const, Declare, As, New, End, If, Then, Else, ElseIf, For, Each, In, To, Step,
     Next, While, Wend, Select, Case, Is, Do, Loop, Until, Exit, Return, And, Or, Xor, Not,
-    Mod, True, False, Nil, Me, ByVal, ByRef, Optional
+    Mod, True, False, Nil, Me, ByVal, ByRef, Optional, Try, Catch, Finally, Throw, With, Static, Call,
+    Continue, Redim, Preserve, Stop
 };
 
 // Case-insensitive lookup of a keyword (Kw::None for any other name).
