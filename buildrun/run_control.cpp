@@ -1,4 +1,4 @@
-// Control of the one child process `go`.
+// Control of the one child process `go`, and the routing of its output.
 #include "frame/global.h"
 
 void Global::stopRunningTask() {
@@ -12,4 +12,21 @@ void Global::stopRunningTask() {
         go = nullptr;
     }
     ProjectStatusBar(QString());
+}
+
+void Global::global_stop() {
+    KLVR_TRACE("global_stop");
+    if (KLVR_NSTHREAD_ISEXECUTING(thBuild))
+        KLVR_NSTHREAD_CANCEL(thBuild);
+    stopRunningTask();
+}
+
+void Global::go_stdout(const Value& chunk) {
+    KLVR_NSOBJECT_PERFORMSELECTORONMAINTHREAD(this, QStringLiteral("appendCompilerOutput"), chunk, true);
+}
+
+void Global::go_stderr(const Value& chunk) {
+    if (bIgnoreStdErr)
+        return;
+    KLVR_NSOBJECT_PERFORMSELECTORONMAINTHREAD(this, QStringLiteral("appendCompilerError"), chunk, true);
 }

@@ -2,6 +2,8 @@
 // welcome window): what the main interface description holds.
 #include "frame/global.h"
 
+#include "editor/code.h"
+#include "insight/parser.h"
 #include "frame/mainwindow.h"
 #include "frame/welcome_window.h"
 
@@ -16,9 +18,11 @@ Global::~Global() {
     if (mymainwindow) {
         if (menuBar_ && menuBar_->parent() == mymainwindow)
             menuBar_ = nullptr; // the window owns it now
-        delete mymainwindow;
+        delete mymainwindow; // takes the code pane with it
         mymainwindow = nullptr;
+        mycode = nullptr;
     }
+    delete mycode;
     delete menuBar_;
     delete Welcome;
     delete pubProject;
@@ -34,7 +38,7 @@ void Global::Init() {
     aRecentProjects.clear();
     go = nullptr;
     bIBDelayedShow = false;
-    myparser = nullptr; // the shared parser, once the scanner is linked in
+    myparser = parser::sharedparser();
     pubProject = new QComboBox();
     pubProject->setObjectName(QStringLiteral("pubProject"));
     pubEvent = new QComboBox();
@@ -74,6 +78,14 @@ void Global::Init() {
 }
 
 void Global::createMainInterface() {
+    mycode = code::sharedcode();
+    mycode->awakeFromNib();
+    mycodeview = mycode->codeView();
+    connect(pubProject, &QComboBox::activated, this, [this](int index) {
+        pubProjectChosen(pubProject->itemText(index));
+    });
+    connect(pubEvent, &QComboBox::activated, this, [this](int index) { pubEventChosen(pubEvent->itemText(index)); });
+
     auto* welcome = new WelcomeWindow(this);
     Welcome = welcome;
     BuildDate = welcome->buildDateLabel();

@@ -13,6 +13,8 @@
 #include <QPointer>
 #include <QWidget>
 
+class code;
+class KLTextView;
 class mainwindow;
 class parser;
 class QComboBox;
@@ -64,6 +66,8 @@ public:
     KLTimerRef tLastPosition;
     qint64 nLastPositionLine2 = -1;
     mainwindow* mymainwindow = nullptr;
+    code* mycode = nullptr;          // the code pane (owned by the main window)
+    QWidget* mycodeview = nullptr;   // the container the shown editor view sits in
 
     // ---- Interface-connected objects (the main interface description) ----
     QPointer<QWidget> Welcome;     // the welcome window
@@ -112,6 +116,56 @@ public:
     // ---- Build and run (build/) ----
     // Ends a running child process and clears the status line.
     Q_INVOKABLE void stopRunningTask();
+    Q_INVOKABLE void global_stop();
+    // Output of the child process `go`, delivered on its reading thread.
+    Q_INVOKABLE void go_stdout(const Value& chunk);
+    Q_INVOKABLE void go_stderr(const Value& chunk);
+
+    // ---- Project opening (project/project_open.cpp) ----
+    void makeSureXcodeprojIsThere();
+    void OpenXcodeProject(const QString& folder, bool flag);
+    Q_INVOKABLE void OpenXcodeProjectGUI(const Value& sender = Value());
+    void SetProjectIcon();
+    Q_INVOKABLE void SelectAppIcon(const Value& sender = Value());
+    Q_INVOKABLE void InfoPlist(const Value& sender = Value());
+    Q_INVOKABLE void InfoPlist2(const Value& sender = Value());
+
+    // ---- Documents (project/documents.cpp) ----
+    // Shows a file (a name in the project or a full path) as the current document.
+    Q_INVOKABLE void ProjectOpenCode(const QString& nameOrPath);
+    void ProjectReopenCode(const QString& name);
+    void ProjectCloseCode(const QString& path);
+    QString ProjectCurrentFilename() const;
+    QString ProjectCurrentLine() const;
+    KLTextView* mytextview() const;
+    Q_INVOKABLE void performUserSave(const Value& sender = Value());
+    // The view of a document in `codes`, or nullptr.
+    KLTextView* documentView(const QString& path) const;
+    // Moves the current document's cursor to a 1-based line.
+    void ProjectCurrentCodeGotoLine(qint64 line);
+
+    // ---- File and event selectors (project/file_selector.cpp) ----
+    void UpdateToolbarSelector(const QString& path);
+    void pubProjectChosen(const QString& title);
+    void pubEventChosen(const QString& title);
+
+    // ---- Source file naming (project/naming.cpp) ----
+    static QString filebasename(const QString& name);
+    static QString getClassName(const QString& path);
+    static QString getSuperClassName(const QString& nameOrPath);
+
+    // ---- Editor view notifications (insight/text_change.cpp) ----
+    Q_INVOKABLE void KLVR_TextDidChange(QObject* view);
+    Q_INVOKABLE void KLVR_TextViewDidChangeSelection(QObject* view);
+    // The one-second pause after typing: re-colour, save, and schedule the re-scan.
+    Q_INVOKABLE void tTextDidChangeFired();
+    // Every open editor view's type list becomes the built-in types and the project's classes.
+    void RefreshCompletionAsList();
+
+    // ---- Position line (search/position.cpp) ----
+    void UpdateLine(KLTextView* view);
+    Q_INVOKABLE void dotLastPosition();
+    Q_INVOKABLE void global_back();
 
     // The support folder "/Library/Kelvaro" under the home folder, and a file in it.
     static QString supportFolder();
