@@ -64,8 +64,7 @@ public:
     // The comment mark that COMMENT puts in front of a line.
     static constexpr char CommentMark = '\'';
 
-    explicit KLTextView(QObject* owner = nullptr, const QString& name = QString(),
-                        QWidget* parent = nullptr);
+    explicit KLTextView(QObject* owner = nullptr, const QString& name = QString(), QWidget* parent = nullptr);
     ~KLTextView() override;
 
     QObject* owner() const { return owner_; }
@@ -212,10 +211,11 @@ private:
     Utf16Range scope_;
     Utf16Range lastMatch_{-1, -1};
     QStringList shownCompletions_;
-    qint64 changeCount_ = 0; // advances with every change of the text
+    qint64 changeCount_ = 0;       // advances with every change of the text
     long pendingInsertAt_ = 0;     // an insertion not yet reported to the owner
     long pendingInsertLength_ = 0; // (bytes; 0: none)
     bool afterChangeQueued_ = false;
+    bool loading_ = false; // load() replaces the text: no change reports with text
     std::unique_ptr<QThreadPool> writer_;
 };
 

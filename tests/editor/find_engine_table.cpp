@@ -22,7 +22,9 @@ struct FindRow {
 };
 
 // Test names and failure messages show the row's name.
-void PrintTo(const FindRow& row, std::ostream* os) { *os << row.name; }
+void PrintTo(const FindRow& row, std::ostream* os) {
+    *os << row.name;
+}
 
 } // namespace
 
@@ -30,9 +32,10 @@ class FindEngineTable : public ::testing::TestWithParam<FindRow> {};
 
 TEST_P(FindEngineTable, FindsWhatItShould) {
     const FindRow& row = GetParam();
-    const FindMatch m = row.op == Op::Forward
-                            ? find_engine::findForward(row.text, row.needle, row.from, row.scope, row.ignoreCase)
-                            : find_engine::findBackward(row.text, row.needle, row.from, row.scope, row.ignoreCase);
+    const FindMatch m =
+        row.op == Op::Forward
+            ? find_engine::findForward(row.text, row.needle, row.from, row.scope, row.ignoreCase)
+            : find_engine::findBackward(row.text, row.needle, row.from, row.scope, row.ignoreCase);
     EXPECT_EQ(m.start, row.expectedStart) << row.name;
     if (m.found()) {
         EXPECT_EQ(m.length, row.needle.size());

@@ -11,7 +11,6 @@
 using editor_test::RecordingOwner;
 using editor_test::setBytes;
 
-
 TEST(KLTextViewOwner, CallsReachTheOwnerByName) {
     RecordingOwner owner;
     KLTextView* view = KLVR_KLTEXTVIEW_INIT(&owner, "tv");
@@ -123,4 +122,3 @@ TEST(KLTextViewPrint, PrintsAllPagesWithTheHeading) {
     // 300 lines do not fit on one page.
     EXPECT_GE(bytes.count("/Type /Page\n") + bytes.count("/Type /Page\r") + bytes.count("/Type /Page "), 2);
 }
-

@@ -32,7 +32,9 @@ qint64 threadCpuNanoseconds() {
     return qint64(ts.tv_sec) * 1'000'000'000 + ts.tv_nsec;
 }
 
-double ms(qint64 ns) { return double(ns) / 1e6; }
+double ms(qint64 ns) {
+    return double(ns) / 1e6;
+}
 
 } // namespace
 
@@ -56,7 +58,7 @@ TEST(KLTextViewTypingProbe, NoKeystrokeBlocksTheEventLoopFor16ms) {
     editor_test::setWordLists(view);
     ASSERT_TRUE(view.load(path));
     view.setLineSeparators(separators);
-    view.gotoLine(95000); // far down: any pass over the text before the caret shows
+    view.gotoLine(95000);              // far down: any pass over the text before the caret shows
     QCoreApplication::processEvents(); // first paint of the new place
     view.repaint();
 
@@ -184,11 +186,12 @@ TEST(KLTextViewTypingProbe, LargeFilePassesStayWithinAFrame) {
     EXPECT_EQ(view.separatorLines().size(), 5000);
     EXPECT_EQ(replaced, 5000);
     EXPECT_GT(position, 0);
-    std::cout << "large file (100,000 lines, " << bytes.size() / 1024 << " KiB), interface-thread CPU ms: load "
-              << load << ", paint " << firstPaint << ", 5000 separator rules " << rules
-              << ", word-list change + re-colour " << recolour << ", line/position " << where
-              << ", background-save snapshot " << snapshot << ", find next (wrapping) " << findNext
-              << ", replace all 5000 " << replaceAll << ", save " << save << "\n";
+    std::cout << "large file (100,000 lines, " << bytes.size() / 1024
+              << " KiB), interface-thread CPU ms: load " << load << ", paint " << firstPaint
+              << ", 5000 separator rules " << rules << ", word-list change + re-colour " << recolour
+              << ", line/position " << where << ", background-save snapshot " << snapshot
+              << ", find next (wrapping) " << findNext << ", replace all 5000 " << replaceAll << ", save "
+              << save << "\n";
     EXPECT_LT(rules, 16.0);
     EXPECT_LT(recolour, 16.0);
     EXPECT_LT(where, 1.0);
