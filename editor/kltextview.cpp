@@ -135,7 +135,7 @@ void KLTextView::configure() {
     connect(this, &QsciScintilla::marginClicked, this, &KLTextView::onMarginClicked);
     connect(this, &QsciScintilla::userListActivated, this, [this](int, const QString& chosen) {
         const CompletionContext context = completionContext(position());
-        replaceUtf16(documentText(), context.wordStart, position() - context.wordStart, chosen);
+        replaceUtf16(QString(), context.wordStart, position() - context.wordStart, chosen);
         shownCompletions_.clear();
     });
 }

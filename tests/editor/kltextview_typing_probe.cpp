@@ -176,6 +176,9 @@ TEST(KLTextViewTypingProbe, LargeFilePassesStayWithinAFrame) {
               kelvaro_style::Type);
     qint64 position = 0;
     const double where = cpuOf([&] { position = view.position() + view.line(); });
+    KLTextView::CompletionContext context;
+    const double completion = cpuOf([&] { context = view.completionContext(view.position() + 8); });
+    EXPECT_EQ(context.partialWord, QStringLiteral("v5")) << "line 60000 reads \"  Dim v59998 As ...\"";
     const double snapshot = cpuOf([&] { view.saveInBackground(path).wait(); });
     const double findNext = cpuOf([&] { EXPECT_TRUE(view.findNext("Method0(")); });
     qint64 replaced = 0;
@@ -189,11 +192,12 @@ TEST(KLTextViewTypingProbe, LargeFilePassesStayWithinAFrame) {
     std::cout << "large file (100,000 lines, " << bytes.size() / 1024
               << " KiB), interface-thread CPU ms: load " << load << ", paint " << firstPaint
               << ", 5000 separator rules " << rules << ", word-list change + re-colour " << recolour
-              << ", line/position " << where << ", background-save snapshot " << snapshot
-              << ", find next (wrapping) " << findNext << ", replace all 5000 " << replaceAll << ", save "
-              << save << "\n";
+              << ", line/position " << where << ", completion context " << completion
+              << ", background-save snapshot " << snapshot << ", find next (wrapping) " << findNext
+              << ", replace all 5000 " << replaceAll << ", save " << save << "\n";
     EXPECT_LT(rules, 16.0);
     EXPECT_LT(recolour, 16.0);
     EXPECT_LT(where, 1.0);
+    EXPECT_LT(completion, 1.0) << "a completion request must not read the whole text";
     EXPECT_LT(snapshot, 16.0);
 }
