@@ -164,6 +164,14 @@ public:
 
     // Handed back by an owner that schedules it after a change: [location, replacement].
     Q_INVOKABLE void _ShouldChangeText(const QVariantList& change);
+    // The view's answers to the two questions an owner may hand back to it: the
+    // completions for the partial word at [start, start + length) (the owner's
+    // candidates that fit, or `words` when the owner offers none), and the selection to
+    // take when it changes (the new one, unchanged). Positions are UTF-16.
+    Q_INVOKABLE QStringList delegate_textView_completions(const QStringList& words, qint64 start,
+                                                          qint64 length);
+    Q_INVOKABLE QList<qint64> delegate_textView_willChangeSelection(qint64 oldStart, qint64 oldLength,
+                                                                    qint64 newStart, qint64 newLength);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

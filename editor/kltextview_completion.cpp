@@ -58,6 +58,23 @@ QStringList KLTextView::filterCandidates(const QStringList& all, const QString& 
     return kept;
 }
 
+QStringList KLTextView::delegate_textView_completions(const QStringList& words, qint64 start, qint64 length) {
+    const CompletionContext context = completionContext(start + length);
+    QStringList candidates;
+    if (ownerHas(KLTextViewOwnerCalls::GetCompletion))
+        QMetaObject::invokeMethod(owner_, KLTextViewOwnerCalls::GetCompletion, Qt::DirectConnection,
+                                  Q_RETURN_ARG(QStringList, candidates), Q_ARG(QObject*, this),
+                                  Q_ARG(QString, context.expression));
+    candidates = filterCandidates(candidates, context.partialWord);
+    candidates.removeAll(QString());
+    return candidates.isEmpty() ? words : candidates;
+}
+
+QList<qint64> KLTextView::delegate_textView_willChangeSelection(qint64, qint64, qint64 newStart,
+                                                                qint64 newLength) {
+    return {newStart, newLength};
+}
+
 void KLTextView::showCompletion() {
     shownCompletions_.clear();
     if (!ownerHas(KLTextViewOwnerCalls::GetCompletion))

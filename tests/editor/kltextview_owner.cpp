@@ -98,6 +98,12 @@ TEST(KLTextViewCompletion, ShowsFilteredListAndInsertsTheChoice) {
     EXPECT_TRUE(owner.calls.contains("completion2:MsgBox"));
     EXPECT_TRUE(v.SendScintilla(QsciScintilla::SCI_CALLTIPACTIVE));
 
+    // The same answer when an owner hands the question back to the view.
+    // "x = me.list.Count": the partial word "Co" after "me.list.", then "m" after nothing.
+    EXPECT_EQ(v.delegate_textView_completions({"fallback"}, 12, 2), (QStringList{"Count", "count2"}));
+    EXPECT_EQ(v.delegate_textView_completions({"fallback"}, 4, 1), (QStringList{"fallback"}));
+    EXPECT_EQ(v.delegate_textView_willChangeSelection(1, 2, 3, 4), (QList<qint64>{3, 4}));
+
     // Nothing matching: no list.
     owner.candidates = {"Alpha"};
     QTest::keyClicks(&v, "zz");
