@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -20,6 +21,15 @@ public:
         ensure(N - 1);
         std::memcpy(base_ + used_, text, N - 1);
         used_ += N - 1;
+    }
+
+    qsizetype size() const { return used_; }
+
+    // Appends a copy of bytes already written, [from, to).
+    void repeat(qsizetype from, qsizetype to) {
+        ensure(to - from);
+        std::memmove(base_ + used_, base_ + from, size_t(to - from));
+        used_ += to - from;
     }
 
     void number(qint64 value) {
@@ -89,27 +99,61 @@ private:
     char* base_;
 };
 
-void writeEntries(JsonWriter& json, const DeclarationList& list) {
+void writeEntry(JsonWriter& json, const DeclarationEntry& e) {
+    json.literal("{\"title\":");
+    json.string(e.title);
+    json.literal(",\"line\":");
+    json.number(e.line);
+    json.literal(",\"visibility\":");
+    json.string(e.visibility);
+    json.literal(",\"kind\":");
+    json.string(e.kind);
+    json.literal(",\"name\":");
+    json.string(e.name);
+    json.literal(",\"parameters\":");
+    json.string(e.parameters);
+    json.literal(",\"type\":");
+    json.string(e.type);
+    json.literal("}");
+}
+
+// Where each entry of the All list was written, so that the kind lists, which hold
+// the same entries, copy those bytes instead of encoding every string a second time.
+struct WrittenEntry {
+    qint64 line;
+    qsizetype from;
+    qsizetype to;
+};
+
+std::vector<WrittenEntry> writeAllEntries(JsonWriter& json, const DeclarationList& all) {
+    std::vector<WrittenEntry> written;
+    written.reserve(size_t(all.entryCount()));
     json.literal("[");
-    for (qsizetype i = 0; i < list.entryCount(); ++i) {
-        const DeclarationEntry& e = list.entry(i);
+    for (qsizetype i = 0; i < all.entryCount(); ++i) {
         if (i)
             json.literal(",");
-        json.literal("{\"title\":");
-        json.string(e.title);
-        json.literal(",\"line\":");
-        json.number(e.line);
-        json.literal(",\"visibility\":");
-        json.string(e.visibility);
-        json.literal(",\"kind\":");
-        json.string(e.kind);
-        json.literal(",\"name\":");
-        json.string(e.name);
-        json.literal(",\"parameters\":");
-        json.string(e.parameters);
-        json.literal(",\"type\":");
-        json.string(e.type);
-        json.literal("}");
+        const qsizetype from = json.size();
+        writeEntry(json, all.entry(i));
+        written.push_back({all.entry(i).line, from, json.size()});
+    }
+    json.literal("]");
+    return written;
+}
+
+// A kind list: each entry is found in All by its line (All is in ascending line
+// order and no two entries share a line).
+void writeKindEntries(JsonWriter& json, const DeclarationList& list, const std::vector<WrittenEntry>& all) {
+    json.literal("[");
+    for (qsizetype i = 0; i < list.entryCount(); ++i) {
+        if (i)
+            json.literal(",");
+        const DeclarationEntry& e = list.entry(i);
+        const auto found = std::lower_bound(all.begin(), all.end(), e.line,
+                                            [](const WrittenEntry& w, qint64 line) { return w.line < line; });
+        if (found != all.end() && found->line == e.line)
+            json.repeat(found->from, found->to);
+        else
+            writeEntry(json, e);
     }
     json.literal("]");
 }
@@ -126,12 +170,12 @@ void appendScanResultJson(QByteArray& out, const QString& path, const Declaratio
     json.literal("{\"path\":");
     json.string(path);
     json.literal(",\"lists\":{\"All\":");
-    writeEntries(json, lists.all);
+    const std::vector<WrittenEntry> all = writeAllEntries(json, lists.all);
     for (DeclarationKind kind : allDeclarationKinds()) {
         json.literal(",");
         json.string(declarationKindInfo(kind).word);
         json.literal(":");
-        writeEntries(json, lists.list(kind));
+        writeKindEntries(json, lists.list(kind), all);
     }
     json.literal("},\"lineSeparators\":[");
     for (qsizetype i = 0; i < lists.lineSeparators.size(); ++i) {
