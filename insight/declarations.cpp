@@ -30,19 +30,18 @@ QList<DeclarationKindInfo> makeKindTable() {
                            QStringLiteral("\nPublic ") + word + QLatin1Char(' ')};
     };
     auto plain = [](const QString& word) { return QStringList{QLatin1Char('\n') + word + QLatin1Char(' ')}; };
-    auto kind = [](const QString& word, QStringList prefixes, bool parameters, bool type) {
-        return DeclarationKindInfo{word, std::move(prefixes), parameters, type, word + QStringLiteral(".png")};
-    };
+    // Words and image names are literals, so the entries that carry them share static
+    // text and copying an entry touches no reference count for them.
     return {
-        kind(QStringLiteral("Sub"), visible(QStringLiteral("Sub")), true, false),
-        kind(QStringLiteral("Function"), visible(QStringLiteral("Function")), true, true),
-        kind(QStringLiteral("Action"), plain(QStringLiteral("Action")), true, false),
-        kind(QStringLiteral("Dim"), visible(QStringLiteral("Dim")), false, true),
-        kind(QStringLiteral("Const"), visible(QStringLiteral("Const")), false, true),
-        kind(QStringLiteral("Event"), plain(QStringLiteral("Event")), true, false),
-        kind(QStringLiteral("Delegate"), visible(QStringLiteral("Delegate")), true, true),
-        kind(QStringLiteral("IBOutlet"), plain(QStringLiteral("IBOutlet")), false, true),
-        kind(QStringLiteral("IBAction"), plain(QStringLiteral("IBAction")), true, false),
+        {QStringLiteral("Sub"), visible(QStringLiteral("Sub")), true, false, QStringLiteral("Sub.png")},
+        {QStringLiteral("Function"), visible(QStringLiteral("Function")), true, true, QStringLiteral("Function.png")},
+        {QStringLiteral("Action"), plain(QStringLiteral("Action")), true, false, QStringLiteral("Action.png")},
+        {QStringLiteral("Dim"), visible(QStringLiteral("Dim")), false, true, QStringLiteral("Dim.png")},
+        {QStringLiteral("Const"), visible(QStringLiteral("Const")), false, true, QStringLiteral("Const.png")},
+        {QStringLiteral("Event"), plain(QStringLiteral("Event")), true, false, QStringLiteral("Event.png")},
+        {QStringLiteral("Delegate"), visible(QStringLiteral("Delegate")), true, true, QStringLiteral("Delegate.png")},
+        {QStringLiteral("IBOutlet"), plain(QStringLiteral("IBOutlet")), false, true, QStringLiteral("IBOutlet.png")},
+        {QStringLiteral("IBAction"), plain(QStringLiteral("IBAction")), true, false, QStringLiteral("IBAction.png")},
     };
 }
 

@@ -1,33 +1,24 @@
 #include "insight/scan_command.h"
 
 #include "insight/declaration_scanner.h"
+#include "insight/scan_json.h"
 #include "insight/source_text.h"
 #include "insight/tags.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <cstdio>
+#include <memory>
+#include <vector>
 
 namespace {
+
+std::vector<std::unique_ptr<const DeclarationLists>>& keptUntilExit() {
+    static auto* kept = new std::vector<std::unique_ptr<const DeclarationLists>>;
+    return *kept;
+}
 
 void printError(const QString& message) {
     const QByteArray bytes = message.toLocal8Bit() + '\n';
     std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
-}
-
-QJsonArray entriesJson(const DeclarationList& list) {
-    QJsonArray entries;
-    for (qsizetype i = 0; i < list.entryCount(); ++i) {
-        const DeclarationEntry& e = list.entry(i);
-        entries.append(QJsonObject{{QStringLiteral("title"), e.title},
-                                   {QStringLiteral("line"), e.line},
-                                   {QStringLiteral("visibility"), e.visibility},
-                                   {QStringLiteral("kind"), e.kind},
-                                   {QStringLiteral("name"), e.name},
-                                   {QStringLiteral("parameters"), e.parameters},
-                                   {QStringLiteral("type"), e.type}});
-    }
-    return entries;
 }
 
 int runScan(const QStringList& files) {
@@ -35,7 +26,7 @@ int runScan(const QStringList& files) {
         printError(QStringLiteral("usage: kelvaro --scan FILE..."));
         return 2;
     }
-    QJsonArray results;
+    QByteArray json = "[";
     int status = 0;
     QStringList unreadable;
     for (const QString& path : files) {
@@ -45,9 +36,15 @@ int runScan(const QStringList& files) {
             status = 1;
             continue;
         }
-        results.append(scanResultJson(path, scanDeclarations(*text)));
+        if (json.size() > 1)
+            json += ',';
+        json.reserve(json.size() + 2 * text->size());
+        // The lists are left for the end of the process to reclaim: freeing tens of
+        // thousands of small strings one by one would cost a large part of the run.
+        keptUntilExit().push_back(std::make_unique<const DeclarationLists>(scanDeclarations(*text)));
+        appendScanResultJson(json, path, *keptUntilExit().back());
     }
-    const QByteArray json = QJsonDocument(results).toJson(QJsonDocument::Compact) + '\n';
+    json += "]\n";
     std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
     std::fflush(stdout);
     for (const QString& path : unreadable)
@@ -72,26 +69,6 @@ int runTags(const QStringList& folders) {
 }
 
 } // namespace
-
-QJsonObject scanResultJson(const QString& path, const DeclarationLists& lists) {
-    QJsonObject named;
-    named.insert(QStringLiteral("All"), entriesJson(lists.all));
-    for (DeclarationKind kind : allDeclarationKinds())
-        named.insert(declarationKindInfo(kind).word, entriesJson(lists.list(kind)));
-
-    QJsonArray separators;
-    for (qint64 position : lists.lineSeparators)
-        separators.append(position);
-    QJsonObject locals;
-    for (auto it = lists.locals.cbegin(); it != lists.locals.cend(); ++it)
-        locals.insert(it.key(), it.value());
-
-    return QJsonObject{{QStringLiteral("path"), path},
-                       {QStringLiteral("lists"), named},
-                       {QStringLiteral("lineSeparators"), separators},
-                       {QStringLiteral("lineSeparatorsType"), QJsonArray::fromStringList(lists.lineSeparatorsType)},
-                       {QStringLiteral("locals"), locals}};
-}
 
 bool isScannerCommand(const QStringList& args) {
     const QString command = args.value(1);
