@@ -1,5 +1,7 @@
 #include "editor/kltextview.h"
 
+#include "frame/runtime.h"
+
 #include "editor/kelvaro_lexer.h"
 #include "editor/line_commands.h"
 
@@ -33,14 +35,7 @@ bool writeAtomically(const QString& path, const QByteArray& bytes) {
         QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther; // mode bits, not access()
     if (info.exists() && (!info.isWritable() || !(info.permissions() & anyWrite)))
         return false;
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    if (file.write(bytes) != bytes.size()) {
-        file.cancelWriting();
-        return false;
-    }
-    return file.commit();
+    return klvrWriteBytes(bytes, path);
 }
 
 // The view's accessible object. QScintilla's own one measures the caret's character

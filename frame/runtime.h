@@ -112,6 +112,9 @@ Value KLVR_PLIST(const QString& path);
 // ---- Files ----
 // The whole file as UTF-8 text; a null QString when it does not exist or cannot be read.
 QString KLVR_READSTRING(const QString& path);
+// Writes the bytes as the whole file, atomically (a crash or a full disk leaves the old
+// file); false when it could not be written.
+bool klvrWriteBytes(const QByteArray& bytes, const QString& path);
 // Writes atomically; false when the file could not be written.
 bool KLVR_WRITESTRING(const QString& text, const QString& path);
 // A list of strings kept as a JSON array of strings; an empty list when missing or bad.

@@ -22,7 +22,7 @@ QString KLVR_READSTRING(const QString& path) {
     return text;
 }
 
-static bool writeAtomically(const QByteArray& bytes, const QString& path) {
+bool klvrWriteBytes(const QByteArray& bytes, const QString& path) {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
@@ -33,7 +33,7 @@ static bool writeAtomically(const QByteArray& bytes, const QString& path) {
     return file.commit();
 }
 
-bool KLVR_WRITESTRING(const QString& text, const QString& path) { return writeAtomically(text.toUtf8(), path); }
+bool KLVR_WRITESTRING(const QString& text, const QString& path) { return klvrWriteBytes(text.toUtf8(), path); }
 
 QStringList KLVR_READARRAY(const QString& path) {
     QFile file(path);
@@ -48,7 +48,7 @@ QStringList KLVR_READARRAY(const QString& path) {
 }
 
 bool KLVR_WRITEARRAY(const QStringList& array, const QString& path) {
-    return writeAtomically(QJsonDocument(QJsonArray::fromStringList(array)).toJson(), path);
+    return klvrWriteBytes(QJsonDocument(QJsonArray::fromStringList(array)).toJson(), path);
 }
 
 bool KLVR_FILE_COPY(const QString& source, const QString& destination) { return QFile::copy(source, destination); }
