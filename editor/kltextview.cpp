@@ -3,6 +3,7 @@
 #include "editor/kelvaro_lexer.h"
 #include "editor/line_commands.h"
 
+#include <QAccessibleWidget>
 #include <QFile>
 #include <QFileInfo>
 #include <QFontDatabase>
@@ -17,9 +18,10 @@ namespace {
 // underline across the text of the line before a method declaration.
 constexpr int BreakpointMarker = 1;
 constexpr int SeparatorMarker = 2;
-constexpr int LineNumberMargin = 0;
-constexpr int SymbolMargin = 1;
-constexpr int FoldMargin = 2;
+// (Named apart from QsciScintilla's MarginType values, which a member would see first.)
+constexpr int LineNumberMarginIndex = 0;
+constexpr int BreakpointMarginIndex = 1;
+constexpr int FoldMarginIndex = 2;
 
 bool writeAtomically(const QString& path, const QByteArray& bytes) {
     const QFileInfo info(path);
@@ -41,12 +43,32 @@ bool writeAtomically(const QString& path, const QByteArray& bytes) {
     return file.commit();
 }
 
+// The view's accessible object. QScintilla's own one measures the caret's character
+// offset from the start of the document after every edit and every caret move, a pass
+// over everything before the caret: at the end of a 100,000-line file each keystroke
+// then costs more than a frame. The view answers with a plain accessible widget, which
+// QScintilla's notifications do not look for, so they cost nothing.
+QAccessibleInterface* plainAccessible(const QString& className, QObject* object) {
+    if (className == QLatin1String("KLTextView") && object && object->isWidgetType())
+        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::EditableText);
+    return nullptr;
+}
+
+void installPlainAccessible() {
+    static const bool installed = [] {
+        QAccessible::installFactory(&plainAccessible);
+        return true;
+    }();
+    Q_UNUSED(installed);
+}
+
 } // namespace
 
 const QString KLTextView::NoContextMarker = QStringLiteral("!\u00a7$%&/()=?");
 
 KLTextView::KLTextView(QObject* owner, const QString& name, QWidget* parent)
     : QsciScintilla(parent), owner_(owner), name_(name) {
+    installPlainAccessible();
     setObjectName(name);
     configure();
 }
@@ -77,15 +99,15 @@ void KLTextView::configure() {
     setFolding(NoFoldStyle);
     setBraceMatching(NoBraceMatch);
 
-    setMarginType(LineNumberMargin, NumberMargin);
-    setMarginLineNumbers(LineNumberMargin, true);
-    setMarginMarkerMask(LineNumberMargin, 0);
-    setMarginType(SymbolMargin, QsciScintilla::SymbolMargin);
-    setMarginWidth(SymbolMargin, 14);
-    setMarginMarkerMask(SymbolMargin, 1 << BreakpointMarker);
-    setMarginSensitivity(SymbolMargin, true);
-    setMarginWidth(FoldMargin, 0);
-    setMarginMarkerMask(FoldMargin, 0);
+    setMarginType(LineNumberMarginIndex, NumberMargin);
+    setMarginLineNumbers(LineNumberMarginIndex, true);
+    setMarginMarkerMask(LineNumberMarginIndex, 0);
+    setMarginType(BreakpointMarginIndex, SymbolMargin);
+    setMarginWidth(BreakpointMarginIndex, 14);
+    setMarginMarkerMask(BreakpointMarginIndex, 1 << BreakpointMarker);
+    setMarginSensitivity(BreakpointMarginIndex, true);
+    setMarginWidth(FoldMarginIndex, 0);
+    setMarginMarkerMask(FoldMarginIndex, 0);
 
     markerDefine(Circle, BreakpointMarker);
     setMarkerBackgroundColor(QColor(0xd0, 0x20, 0x20), BreakpointMarker);
@@ -100,11 +122,17 @@ void KLTextView::configure() {
     setEditorFont(10);
     updateLineNumberWidth();
 
+    // QScintilla answers every insertion and deletion it is told of with an
+    // accessibility event whose offset it counts from the start of the document: a
+    // pass over the text before the change on every keystroke. The view is therefore
+    // told only of what is about to change, which QScintilla passes on untouched.
+    // (So QsciScintilla::textChanged() and linesChanged() are not emitted; the owner
+    // calls are.)
+    SendScintilla(SCI_SETMODEVENTMASK, SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE);
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this, &KLTextView::onModified);
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &KLTextView::onUpdateUi);
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &KLTextView::onCharAdded);
     connect(this, &QsciScintilla::marginClicked, this, &KLTextView::onMarginClicked);
-    connect(this, &QsciScintilla::linesChanged, this, &KLTextView::updateLineNumberWidth);
     connect(this, &QsciScintilla::userListActivated, this, [this](int, const QString& chosen) {
         const CompletionContext context = completionContext(position());
         replaceUtf16(documentText(), context.wordStart, position() - context.wordStart, chosen);
@@ -192,26 +220,39 @@ std::shared_future<bool> KLTextView::saveInBackground(const QString& path) {
 
 // ---------------------------------------------------------------- positions
 
+bool KLTextView::startsWithByteOrderMark() const {
+    return SendScintilla(SCI_GETLENGTH) >= 3 && (SendScintilla(SCI_GETCHARAT, 0) & 0xff) == 0xef &&
+           (SendScintilla(SCI_GETCHARAT, 1) & 0xff) == 0xbb && (SendScintilla(SCI_GETCHARAT, 2) & 0xff) == 0xbf;
+}
+
 qint64 KLTextView::utf16FromBytes(qint64 bytePosition) const {
     const long length = SendScintilla(SCI_GETLENGTH);
     const long pos = long(qBound<qint64>(0, bytePosition, qint64(length)));
     const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, pos);
     const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
-    return SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) +
-           SendScintilla(SCI_COUNTCODEUNITS, lineStart, pos);
+    const qint64 units = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) +
+                         SendScintilla(SCI_COUNTCODEUNITS, lineStart, pos);
+    // A byte order mark is not part of the text the rest of the system reads (UTF-8
+    // decoding drops it), so it takes up no position.
+    if (pos > 0 && startsWithByteOrderMark())
+        return units - 1;
+    return units;
 }
 
 qint64 KLTextView::bytesFromUtf16(qint64 utf16Position) const {
-    if (utf16Position <= 0)
+    const qint64 units = utf16Position + (startsWithByteOrderMark() ? 1 : 0);
+    if (units <= 0)
         return 0;
     const long length = SendScintilla(SCI_GETLENGTH);
-    if (utf16Position >= utf16FromBytes(length))
+    const long lastLine = SendScintilla(SCI_LINEFROMPOSITION, length);
+    const qint64 total = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lastLine, SC_LINECHARACTERINDEX_UTF16) +
+                         SendScintilla(SCI_COUNTCODEUNITS, SendScintilla(SCI_POSITIONFROMLINE, lastLine), length);
+    if (units >= total)
         return length;
-    const long lineNo = SendScintilla(SCI_LINEFROMINDEXPOSITION, long(utf16Position),
-                                      SC_LINECHARACTERINDEX_UTF16);
+    const long lineNo = SendScintilla(SCI_LINEFROMINDEXPOSITION, long(units), SC_LINECHARACTERINDEX_UTF16);
     const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
     const long lineIndex = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16);
-    return SendScintilla(SCI_POSITIONRELATIVECODEUNITS, lineStart, long(utf16Position - lineIndex));
+    return SendScintilla(SCI_POSITIONRELATIVECODEUNITS, lineStart, long(units - lineIndex));
 }
 
 qint64 KLTextView::line() const {
@@ -342,7 +383,7 @@ void KLTextView::updateLineNumberWidth() {
     if (digits == lineNumberDigits_)
         return;
     lineNumberDigits_ = digits;
-    setMarginWidth(LineNumberMargin, QString(digits + 1, QLatin1Char('9')));
+    setMarginWidth(LineNumberMarginIndex, QString(digits + 1, QLatin1Char('9')));
 }
 
 // ---------------------------------------------------------------- breakpoints
@@ -366,7 +407,7 @@ QList<qint64> KLTextView::breakpointLines() const {
 }
 
 void KLTextView::onMarginClicked(int margin, int lineNo, Qt::KeyboardModifiers) {
-    if (margin != SymbolMargin)
+    if (margin != BreakpointMarginIndex)
         return;
     if (SendScintilla(SCI_MARKERGET, lineNo) & (1 << BreakpointMarker))
         SendScintilla(SCI_MARKERDELETE, lineNo, BreakpointMarker);
@@ -392,28 +433,58 @@ void KLTextView::notifyOwner(const char* method) {
         QMetaObject::invokeMethod(owner_, method, Qt::DirectConnection, Q_ARG(QObject*, this));
 }
 
-void KLTextView::onModified(int position, int modificationType, const char* text, int length, int, int,
-                            int, int, int, int) {
-    if (modificationType & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)) {
-        if (!ownerHas(KLTextViewOwnerCalls::ShouldChangeText))
-            return;
-        const qint64 location = utf16FromBytes(position);
-        qint64 removed = 0;
-        QString inserted;
-        if (modificationType & SC_MOD_BEFOREDELETE)
-            removed = utf16FromBytes(position + length) - location;
-        else if (text)
-            inserted = QString::fromUtf8(text, length);
-        bool allowed = true;
-        QMetaObject::invokeMethod(owner_, KLTextViewOwnerCalls::ShouldChangeText, Qt::DirectConnection,
-                                  Q_RETURN_ARG(bool, allowed), Q_ARG(QObject*, this),
-                                  Q_ARG(qint64, location), Q_ARG(qint64, removed), Q_ARG(QString, inserted));
+void KLTextView::onModified(int position, int modificationType, const char*, int length, int, int, int,
+                            int, int, int) {
+    // Only notifications of what is about to change arrive (see configure()).
+    if (!(modificationType & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)))
         return;
+    // An insertion announced earlier is complete now, and still where it was put.
+    reportPendingInsertion();
+    ++changeCount_;
+    if (ownerHas(KLTextViewOwnerCalls::ShouldChangeText)) {
+        if (modificationType & SC_MOD_BEFOREDELETE) {
+            const qint64 location = utf16FromBytes(position);
+            askOwnerShouldChange(location, utf16FromBytes(position + length) - location, QString());
+        } else {
+            // The text to be inserted is not handed over here; it is read once it is in,
+            // before the next change or at the end of this turn of the event loop.
+            pendingInsertAt_ = position;
+            pendingInsertLength_ = length;
+        }
     }
-    if (modificationType & (SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT)) {
-        ++changeCount_;
-        notifyOwner(KLTextViewOwnerCalls::TextDidChange);
+    notifyOwner(KLTextViewOwnerCalls::TextDidChange);
+    if (!afterChangeQueued_) {
+        afterChangeQueued_ = true;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                afterChangeQueued_ = false;
+                reportPendingInsertion();
+                updateLineNumberWidth(); // the margin follows the line count
+            },
+            Qt::QueuedConnection);
     }
+}
+
+void KLTextView::reportPendingInsertion() {
+    if (pendingInsertLength_ <= 0)
+        return;
+    const long start = pendingInsertAt_;
+    const long end = qMin(start + pendingInsertLength_, long(SendScintilla(SCI_GETLENGTH)));
+    pendingInsertLength_ = 0;
+    if (!ownerHas(KLTextViewOwnerCalls::ShouldChangeText) || end <= start)
+        return;
+    QByteArray bytes(end - start + 1, '\0');
+    SendScintilla(SCI_GETTEXTRANGE, start, end, bytes.data());
+    bytes.chop(1);
+    askOwnerShouldChange(utf16FromBytes(start), 0, QString::fromUtf8(bytes));
+}
+
+void KLTextView::askOwnerShouldChange(qint64 location, qint64 removed, const QString& inserted) {
+    bool allowed = true;
+    QMetaObject::invokeMethod(owner_, KLTextViewOwnerCalls::ShouldChangeText, Qt::DirectConnection,
+                              Q_RETURN_ARG(bool, allowed), Q_ARG(QObject*, this), Q_ARG(qint64, location),
+                              Q_ARG(qint64, removed), Q_ARG(QString, inserted));
 }
 
 void KLTextView::onUpdateUi(int updated) {

@@ -33,7 +33,8 @@ class QPrinter;
 class QThreadPool;
 
 // What the view calls on its owner (all on the main thread):
-//   void KLVR_TextDidChange(QObject* view)                 after every change of the text
+//   void KLVR_TextDidChange(QObject* view)                 as each change of the text is made
+//                                                          (the text may not hold it yet)
 //   void KLVR_TextViewDidChangeSelection(QObject* view)    after the cursor or selection moved
 //   QStringList KLVR_TextView_GetCompletion(QObject* view, QString expression)
 //       candidates for the expression before the word being completed; the expression
@@ -41,7 +42,12 @@ class QThreadPool;
 //   QString KLVR_TextView_GetCompletion2(QObject* view, QString word)
 //       the completion text of one whole word ("" for none); shown as a tip on "("
 //   bool textView_shouldChangeTextInRange(QObject* view, qint64 location, qint64 length,
-//       QString replacement)                                before each change (UTF-16)
+//       QString replacement)          for each change, in UTF-16: a deletion before it
+//                                     happens, an insertion once it is in (before the
+//                                     next change, at the latest at the end of the
+//                                     event-loop turn); the answer is not used
+// The view's own textChanged() and linesChanged() signals are not emitted (see
+// KLTextView::configure).
 namespace KLTextViewOwnerCalls {
 inline constexpr const char* TextDidChange = "KLVR_TextDidChange";
 inline constexpr const char* DidChangeSelection = "KLVR_TextViewDidChangeSelection";
@@ -89,6 +95,7 @@ public:
     void gotoLine(qint64 line);
     qint64 utf16FromBytes(qint64 bytePosition) const;
     qint64 bytesFromUtf16(qint64 utf16Position) const;
+    bool startsWithByteOrderMark() const;
     // Selection as UTF-16 offsets (start <= end).
     qint64 selectionStartUtf16() const;
     qint64 selectionEndUtf16() const;
@@ -166,6 +173,8 @@ private:
     void configure();
     void onModified(int position, int modificationType, const char* text, int length, int linesAdded,
                     int line, int foldNow, int foldPrev, int token, int annotationLinesAdded);
+    void reportPendingInsertion();
+    void askOwnerShouldChange(qint64 location, qint64 removed, const QString& inserted);
     void onUpdateUi(int updated);
     void onMarginClicked(int margin, int line, Qt::KeyboardModifiers modifiers);
     void onCharAdded(int character);
@@ -178,6 +187,7 @@ private:
     std::pair<qint64, qint64> selectedLines() const;
     // Applies a line command to the selected lines and selects them.
     void transformSelectedLines(QStringList (*transform)(const QStringList&));
+    void changeCase(bool upper);
     void replaceLines(qint64 first, const QStringList& before, const QStringList& after);
     QString lineText(qint64 line) const; // without its line break
     // The find scope (UTF-16): the whole text, or with selected-text-only the range
@@ -203,6 +213,9 @@ private:
     Utf16Range lastMatch_{-1, -1};
     QStringList shownCompletions_;
     qint64 changeCount_ = 0; // advances with every change of the text
+    long pendingInsertAt_ = 0;     // an insertion not yet reported to the owner
+    long pendingInsertLength_ = 0; // (bytes; 0: none)
+    bool afterChangeQueued_ = false;
     std::unique_ptr<QThreadPool> writer_;
 };
 

@@ -60,29 +60,42 @@ void KLTextView::shiftLeftLines() { transformSelectedLines(&line_commands::shift
 
 void KLTextView::shiftRightLines() { transformSelectedLines(&line_commands::shiftRight); }
 
-void KLTextView::lowerCaseSelection() {
-    if (SendScintilla(SCI_GETSELECTIONEMPTY))
-        transformSelectedLines([](const QStringList& lines) {
-            QStringList out;
-            for (const QString& l : lines)
-                out << l.toLower();
-            return out;
-        });
-    else
-        SendScintilla(SCI_LOWERCASE);
+void KLTextView::changeCase(bool upper) {
+    auto convert = [upper](const QString& text) { return upper ? text.toUpper() : text.toLower(); };
+    if (SendScintilla(SCI_GETSELECTIONEMPTY)) {
+        if (upper)
+            transformSelectedLines([](const QStringList& lines) {
+                QStringList out;
+                for (const QString& l : lines)
+                    out << l.toUpper();
+                return out;
+            });
+        else
+            transformSelectedLines([](const QStringList& lines) {
+                QStringList out;
+                for (const QString& l : lines)
+                    out << l.toLower();
+                return out;
+            });
+        return;
+    }
+    // Qt's case mapping (full Unicode: "ß" becomes "SS"); the new text stays selected.
+    const long start = SendScintilla(SCI_GETSELECTIONSTART);
+    const long end = SendScintilla(SCI_GETSELECTIONEND);
+    QByteArray bytes(end - start + 1, '\0');
+    SendScintilla(SCI_GETTEXTRANGE, start, end, bytes.data());
+    bytes.chop(1);
+    const QByteArray converted = convert(QString::fromUtf8(bytes)).toUtf8();
+    if (converted == bytes)
+        return;
+    SendScintilla(SCI_SETTARGETRANGE, start, end);
+    SendScintilla(SCI_REPLACETARGET, static_cast<unsigned long>(converted.size()), converted.constData());
+    SendScintilla(SCI_SETSEL, start, start + long(converted.size()));
 }
 
-void KLTextView::upperCaseSelection() {
-    if (SendScintilla(SCI_GETSELECTIONEMPTY))
-        transformSelectedLines([](const QStringList& lines) {
-            QStringList out;
-            for (const QString& l : lines)
-                out << l.toUpper();
-            return out;
-        });
-    else
-        SendScintilla(SCI_UPPERCASE);
-}
+void KLTextView::lowerCaseSelection() { changeCase(false); }
+
+void KLTextView::upperCaseSelection() { changeCase(true); }
 
 void KLTextView::autoFormat() {
     // With a selection its lines are formatted, starting at the first line's level;

@@ -29,9 +29,16 @@ TEST(KLTextViewPositions, AgreeWithUtf16OffsetsForNonAsciiAndCrlf) {
         QStringLiteral("' 日本語のコメント\r\nDim a\r\n\r\nsub B()\r\nEnd Sub\r\nSub C()\r\nEnd Sub"),
         QStringLiteral("Sub First()\nEnd Sub\n\nSub 𝔘𝔫𝔦()\nEnd Sub\n"),
     };
-    for (const QString& text : texts) {
+    QList<QByteArray> files;
+    for (const QString& text : texts)
+        files << text.toUtf8();
+    // A byte order mark, and bytes that are not UTF-8, as the scanner reads them.
+    files << QByteArray("\xef\xbb\xbf' x\n\nSub B()\nEnd Sub\n") << QByteArray("' caf\xe9 \xff\xe2\x82!\n\nSub C()\n");
+    for (const QByteArray& bytes : files) {
+        const QString text = QString::fromUtf8(bytes); // what the scanner reads
         KLTextView view;
-        setBytes(view, text.toUtf8());
+        setBytes(view, bytes);
+        EXPECT_EQ(view.documentText(), text);
         // Every offset maps to bytes and back, and the cursor reports it.
         for (qint64 offset = 0; offset <= text.size(); ++offset) {
             if (offset > 0 && offset < text.size() && text[offset].isLowSurrogate())

@@ -1,0 +1,203 @@
+// The tree a source file is compiled to. Names are resolved when the tree is built:
+// variables are slots in the method's frame or the class's fields, calls point at the
+// method by index, so running the tree does no look-up by name.
+#pragma once
+
+#include "tools/lang/value.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace klvr {
+
+class Interpreter;
+
+struct Expr {
+    int line = 0;
+    int height = 1;  // levels of the tree below and including this node
+    virtual ~Expr() = default;
+    virtual Value eval(Interpreter& in) const = 0;
+};
+using ExprPtr = std::unique_ptr<Expr>;
+
+// What a statement asks of the statements around it after it ran.
+enum class Flow : std::uint8_t { Normal, Return, ExitFor, ExitWhile, ExitDo, ExitSelect, EndProgram };
+
+struct Stmt {
+    int line = 0;
+    virtual ~Stmt() = default;
+    virtual Flow exec(Interpreter& in) const = 0;
+};
+using StmtPtr = std::unique_ptr<Stmt>;
+using Block = std::vector<StmtPtr>;
+
+// ---- expressions ----
+
+struct LiteralExpr : Expr {
+    Value value;
+    Value eval(Interpreter&) const override { return value; }
+};
+
+struct LocalExpr : Expr {
+    int slot = 0;
+    Value eval(Interpreter& in) const override;
+};
+
+struct FieldExpr : Expr {
+    int slot = 0;
+    Value eval(Interpreter& in) const override;
+};
+
+struct UnaryExpr : Expr {
+    bool isNot = false;  // otherwise a minus
+    ExprPtr operand;
+    Value eval(Interpreter& in) const override;
+};
+
+struct BinaryExpr : Expr {
+    BinOp op = BinOp::Add;
+    ExprPtr left, right;
+    Value eval(Interpreter& in) const override;
+};
+
+struct CallExpr : Expr {
+    int method = 0;
+    std::vector<ExprPtr> args;
+    Value eval(Interpreter& in) const override;
+};
+
+enum class Builtin : std::uint8_t { Len, Left, Right, Mid, InStr, UCase, LCase, Trim, Str, Val, Alert, MsgBox, Print };
+
+struct BuiltinExpr : Expr {
+    Builtin fn = Builtin::Len;
+    std::vector<ExprPtr> args;
+    Value eval(Interpreter& in) const override;
+};
+
+// Something the checker accepts but the runner cannot do (members of objects, library
+// classes, arrays); it fails only when it is reached.
+struct UnsupportedExpr : Expr {
+    std::string what;
+    std::vector<ExprPtr> parts;  // kept so that their names were checked
+    Value eval(Interpreter& in) const override;
+};
+
+// ---- statements ----
+
+struct AssignStmt : Stmt {
+    bool field = false;
+    int slot = 0;
+    DeclType type = DeclType::Variant;
+    ExprPtr value;  // null for a Dim without a start value: the slot gets its default
+    Flow exec(Interpreter& in) const override;
+};
+
+struct ExprStmt : Stmt {
+    ExprPtr expr;
+    Flow exec(Interpreter& in) const override;
+};
+
+struct IfStmt : Stmt {
+    std::vector<ExprPtr> conditions;  // If and every Else If
+    std::vector<Block> branches;      // one per condition
+    Block elseBranch;
+    Flow exec(Interpreter& in) const override;
+};
+
+struct ForStmt : Stmt {
+    int slot = 0;
+    DeclType type = DeclType::Variant;
+    ExprPtr from, to, step;  // step may be null (1)
+    Block body;
+    Flow exec(Interpreter& in) const override;
+};
+
+struct WhileStmt : Stmt {
+    ExprPtr condition;
+    Block body;
+    Flow exec(Interpreter& in) const override;
+};
+
+struct DoStmt : Stmt {
+    ExprPtr preCondition, postCondition;  // either may be null
+    bool preUntil = false, postUntil = false;
+    Block body;
+    Flow exec(Interpreter& in) const override;
+};
+
+struct CaseTest {
+    enum Kind : std::uint8_t { Equal, Range, Compare } kind = Equal;
+    BinOp compare = BinOp::Eq;
+    ExprPtr a, b;
+};
+
+struct SelectStmt : Stmt {
+    ExprPtr subject;
+    std::vector<std::vector<CaseTest>> tests;  // one list per Case
+    std::vector<Block> branches;
+    bool hasElse = false;
+    Block elseBranch;
+    Flow exec(Interpreter& in) const override;
+};
+
+// Try … Catch … Finally … End Try: runtime errors end the program, so the runner
+// runs the Try part and then the Finally part; a Catch part is never reached.
+struct TryStmt : Stmt {
+    Block body, finallyBlock;
+    Flow exec(Interpreter& in) const override;
+};
+
+struct ReturnStmt : Stmt {
+    ExprPtr value;  // may be null
+    Flow exec(Interpreter& in) const override;
+};
+
+struct FlowStmt : Stmt {
+    Flow flow = Flow::Normal;  // Exit For, Exit While, Exit Do, Exit Sub (Return), End
+    Flow exec(Interpreter&) const override { return flow; }
+};
+
+struct UnsupportedStmt : Stmt {
+    std::string what;
+    std::vector<ExprPtr> parts;
+    Flow exec(Interpreter& in) const override;
+};
+
+// ---- declarations ----
+
+enum class MethodKind : std::uint8_t { Sub, Function, Action, Event, Delegate, IBAction };
+
+struct Param {
+    int slot = 0;
+    DeclType type = DeclType::Variant;
+    ExprPtr defaultValue;  // null when the argument is required
+};
+
+struct Method {
+    std::string name;
+    MethodKind kind = MethodKind::Sub;
+    bool isPublic = false;
+    int line = 0;
+    std::vector<Param> params;
+    DeclType resultType = DeclType::Variant;
+    std::vector<DeclType> localTypes;  // every slot, parameters first
+    Block body;
+};
+
+struct Field {
+    std::string name;
+    bool isPublic = false;
+    int line = 0;
+    DeclType type = DeclType::Variant;
+};
+
+// One compiled source file (one class).
+struct ClassUnit {
+    std::string file;  // relative to the project folder
+    std::vector<Field> fields;
+    std::vector<Method> methods;
+    Block fieldInits;  // class-level start values, run before the first event
+};
+
+}  // namespace klvr

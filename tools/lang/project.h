@@ -1,0 +1,52 @@
+// A Kelvaro project folder as the toolchain sees it: the *.klvr files at its top
+// level, checked together, and the application folder a build writes.
+#pragma once
+
+#include "tools/lang/diagnostic.h"
+#include "tools/lang/vocabulary.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace klvr {
+
+inline constexpr const char* kGlobalFileName = "Global.NSObject.klvr";
+// Bigger source files are refused rather than read into memory.
+inline constexpr std::uintmax_t kMaxSourceBytes = 16u * 1024u * 1024u;
+
+// The project's name: the last component of its folder (a final "/" is ignored).
+std::string projectName(const std::filesystem::path& project);
+
+// Names of the *.klvr files at the top of the folder: the Global file first, the
+// others in name order. Empty when the folder cannot be listed.
+std::vector<std::string> listSourceFiles(const std::filesystem::path& project);
+
+// Reads a whole file; nullopt when it cannot be read or is too big (error says why).
+std::optional<std::string> readSource(const std::filesystem::path& file, std::string& error);
+
+struct CheckSummary {
+    std::optional<Diagnostic> error;  // the first error, if any
+    std::size_t files = 0;
+    std::size_t lines = 0;
+};
+
+// Checks every source of the project against each other and the vocabulary.
+CheckSummary checkProject(const std::filesystem::path& project, const std::vector<std::string>& sources,
+                          const Vocabulary& vocabulary);
+
+// Runs the Global class of the sources in `folder`; prints through `print`.
+// Returns the error, if the program failed.
+std::optional<Diagnostic> runFolder(const std::filesystem::path& folder, std::int64_t maxSteps = -1);
+
+// Writes PROJECT/build/<configuration>/N.app: Contents/MacOS/N is a copy of the
+// runner, Contents/Resources holds the sources. Returns an error text or "".
+std::string buildApplication(const std::filesystem::path& project, const std::vector<std::string>& sources,
+                             const std::filesystem::path& runner, const std::string& configuration);
+
+// Removes PROJECT/build and nothing else. Returns an error text or "".
+std::string cleanProject(const std::filesystem::path& project);
+
+}  // namespace klvr
