@@ -92,7 +92,10 @@ void Global::createMainInterface() {
 
     menuBar_ = new QMenuBar();
     QMenu* file = menuBar_->addMenu(QStringLiteral("&File"));
+    file->addAction(QStringLiteral("Open Project…"), QKeySequence::Open, this, [this] { OpenProject(); });
     mRecentProjects = file->addMenu(QStringLiteral("Open Recent"));
+    file->addSeparator();
+    file->addAction(QStringLiteral("Save"), QKeySequence::Save, this, [this] { performUserSave(); });
     mRecentProjects->setObjectName(QStringLiteral("mRecentProjects"));
     QMenu* help = menuBar_->addMenu(QStringLiteral("&Help"));
     help->addAction(QStringLiteral("Quick Start"), this, [this] { QuickStart(); });

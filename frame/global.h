@@ -76,8 +76,8 @@ public:
 
     // ---- Start-up (frame/startup.cpp) ----
     void KLVR_AwakeFromNib();
-    // Opens a folder named on the command line after the start-up.
-    void openProjectFromCommandLine(const QString& folder);
+    // A folder named on the command line: the start-up opens it instead of the last project.
+    void setProjectFromCommandLine(const QString& folder) { projectFromCommandLine_ = folder; }
     // True while work that the screenshot should wait for is under way.
     bool isBusy() const;
     Q_INVOKABLE void WelcomeClose(const Value& sender = Value());
@@ -175,6 +175,7 @@ private:
     void Init();
     void createMainInterface();
     QPointer<QMenuBar> menuBar_;
+    QString projectFromCommandLine_;
 };
 
 KLVR_DEFINE_CLASS_HELPERS(Global, GLOBAL)

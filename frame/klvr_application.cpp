@@ -57,9 +57,8 @@ int KLVR_Application::runIde(const StartupOptions& options) {
     // awakeFromNib, which runs the whole start-up.
     Global* global = Global::sharedGlobal();
     try {
+        global->setProjectFromCommandLine(options.projectFolder);
         global->awakeFromNib();
-        if (!options.projectFolder.isEmpty())
-            global->openProjectFromCommandLine(options.projectFolder);
     } catch (const KLException& failure) {
         reportException(failure);
     }

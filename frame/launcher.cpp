@@ -86,6 +86,8 @@ std::shared_ptr<LaunchService>& current() {
 
 } // namespace
 
+std::shared_ptr<LaunchService> makeDesktopLauncher() { return std::make_shared<DesktopLauncher>(); }
+
 LaunchService& launcher() {
     QMutexLocker guard(&launcherMutex);
     return *current();

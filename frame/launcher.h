@@ -18,6 +18,8 @@ public:
 };
 
 LaunchService& launcher();
+// The launcher of this desktop, driven by the table "launchers.txt" of the resources.
+std::shared_ptr<LaunchService> makeDesktopLauncher();
 std::shared_ptr<LaunchService> installLaunchService(std::shared_ptr<LaunchService> service);
 
 bool KLVR_LAUNCH(const QString& application, const QString& document, bool flag);

@@ -62,6 +62,10 @@ void Global::KLVR_AwakeFromNib() {
 
     // 10. Reopen the last project, or welcome the user.
     KLVR_STEP("AwakeFromNib");
+    if (!projectFromCommandLine_.isEmpty()) {
+        ProjectOpen(projectFromCommandLine_);
+        return;
+    }
     const QString lastProjectFile = supportFile(QStringLiteral("LastProject.txt"));
     if (KLVR_NSFILEMANAGER_EXISTSFILE(lastProjectFile)) {
         QString last = KLVR_READSTRING(lastProjectFile);
@@ -92,9 +96,4 @@ void Global::WelcomeClose(const Value&) {
     KLVR_TRACE("WelcomeClose");
     if (Welcome)
         Welcome->hide();
-}
-
-void Global::openProjectFromCommandLine(const QString& folder) {
-    KLVR_TRACE("openProjectFromCommandLine");
-    ProjectOpen(folder);
 }
