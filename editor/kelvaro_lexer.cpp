@@ -12,32 +12,51 @@ KelvaroLexer::KelvaroLexer(QObject* parent)
 
 QString KelvaroLexer::description(int style) const {
     switch (style) {
-    case Default: return QStringLiteral("Default");
-    case Comment: return QStringLiteral("Comment");
-    case String: return QStringLiteral("String");
-    case Number: return QStringLiteral("Number");
-    case Keyword: return QStringLiteral("Keyword");
-    case Type: return QStringLiteral("Type");
-    case Command: return QStringLiteral("Function");
-    default: return QString();
+    case Default:
+        return QStringLiteral("Default");
+    case Comment:
+        return QStringLiteral("Comment");
+    case String:
+        return QStringLiteral("String");
+    case Number:
+        return QStringLiteral("Number");
+    case Keyword:
+        return QStringLiteral("Keyword");
+    case Type:
+        return QStringLiteral("Type");
+    case Command:
+        return QStringLiteral("Function");
+    default:
+        return QString();
     }
 }
 
 QColor KelvaroLexer::defaultColor(int style) const {
     switch (style) {
-    case Comment: return QColor(0x00, 0x80, 0x00);
-    case String: return QColor(0xa3, 0x15, 0x15);
-    case Number: return QColor(0x09, 0x86, 0x58);
-    case Keyword: return QColor(0x00, 0x00, 0xcc);
-    case Type: return QColor(0x26, 0x7f, 0x99);
-    case Command: return QColor(0x79, 0x3e, 0x8e);
-    default: return QColor(Qt::black);
+    case Comment:
+        return QColor(0x00, 0x80, 0x00);
+    case String:
+        return QColor(0xa3, 0x15, 0x15);
+    case Number:
+        return QColor(0x09, 0x86, 0x58);
+    case Keyword:
+        return QColor(0x00, 0x00, 0xcc);
+    case Type:
+        return QColor(0x26, 0x7f, 0x99);
+    case Command:
+        return QColor(0x79, 0x3e, 0x8e);
+    default:
+        return QColor(Qt::black);
     }
 }
 
-QFont KelvaroLexer::defaultFont(int) const { return font_; }
+QFont KelvaroLexer::defaultFont(int) const {
+    return font_;
+}
 
-QColor KelvaroLexer::defaultPaper(int) const { return QColor(Qt::white); }
+QColor KelvaroLexer::defaultPaper(int) const {
+    return QColor(Qt::white);
+}
 
 void KelvaroLexer::setKeywords(const QStringList& words) {
     words_.setKeywords(words);

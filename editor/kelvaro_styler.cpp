@@ -10,15 +10,21 @@ bool isWordStart(unsigned char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c >= 0x80;
 }
 
-bool isWordPart(unsigned char c) { return isWordStart(c) || (c >= '0' && c <= '9'); }
+bool isWordPart(unsigned char c) {
+    return isWordStart(c) || (c >= '0' && c <= '9');
+}
 
-bool isDigit(unsigned char c) { return c >= '0' && c <= '9'; }
+bool isDigit(unsigned char c) {
+    return c >= '0' && c <= '9';
+}
 
 bool isHexDigit(unsigned char c) {
     return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
-bool isLineBreak(unsigned char c) { return c == '\n' || c == '\r'; }
+bool isLineBreak(unsigned char c) {
+    return c == '\n' || c == '\r';
+}
 
 } // namespace
 

@@ -135,7 +135,7 @@ void KLTextView::configure() {
     connect(this, &QsciScintilla::marginClicked, this, &KLTextView::onMarginClicked);
     connect(this, &QsciScintilla::userListActivated, this, [this](int, const QString& chosen) {
         const CompletionContext context = completionContext(position());
-        replaceUtf16(documentText(), context.wordStart, position() - context.wordStart, chosen);
+        replaceUtf16(QString(), context.wordStart, position() - context.wordStart, chosen);
         shownCompletions_.clear();
     });
 }
@@ -159,9 +159,13 @@ bool KLTextView::load(const QString& path) {
     else
         setEolMode(EolUnix);
 
-    // The bytes go in as they are (also NUL and bytes that are not UTF-8).
+    // The bytes go in as they are (also NUL and bytes that are not UTF-8). Loading is
+    // one change of the whole text, not an edit the owner needs the text of.
+    loading_ = true;
     SendScintilla(SCI_CLEARALL);
     SendScintilla(SCI_APPENDTEXT, static_cast<unsigned long>(bytes.size()), bytes.constData());
+    loading_ = false;
+    pendingInsertLength_ = 0;
     SendScintilla(SCI_MARKERDELETEALL, -1);
     SendScintilla(SCI_EMPTYUNDOBUFFER);
     SendScintilla(SCI_SETSAVEPOINT);
@@ -178,7 +182,9 @@ QByteArray KLTextView::documentBytes() const {
     return data ? QByteArray(data, length) : QByteArray();
 }
 
-bool KLTextView::usesCrlf() const { return eolMode() == EolWindows; }
+bool KLTextView::usesCrlf() const {
+    return eolMode() == EolWindows;
+}
 
 bool KLTextView::save(const QString& path) {
     if (path.isEmpty() || !writeAtomically(path, documentBytes()))
@@ -222,7 +228,8 @@ std::shared_future<bool> KLTextView::saveInBackground(const QString& path) {
 
 bool KLTextView::startsWithByteOrderMark() const {
     return SendScintilla(SCI_GETLENGTH) >= 3 && (SendScintilla(SCI_GETCHARAT, 0) & 0xff) == 0xef &&
-           (SendScintilla(SCI_GETCHARAT, 1) & 0xff) == 0xbb && (SendScintilla(SCI_GETCHARAT, 2) & 0xff) == 0xbf;
+           (SendScintilla(SCI_GETCHARAT, 1) & 0xff) == 0xbb &&
+           (SendScintilla(SCI_GETCHARAT, 2) & 0xff) == 0xbf;
 }
 
 qint64 KLTextView::utf16FromBytes(qint64 bytePosition) const {
@@ -245,8 +252,9 @@ qint64 KLTextView::bytesFromUtf16(qint64 utf16Position) const {
         return 0;
     const long length = SendScintilla(SCI_GETLENGTH);
     const long lastLine = SendScintilla(SCI_LINEFROMPOSITION, length);
-    const qint64 total = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lastLine, SC_LINECHARACTERINDEX_UTF16) +
-                         SendScintilla(SCI_COUNTCODEUNITS, SendScintilla(SCI_POSITIONFROMLINE, lastLine), length);
+    const qint64 total =
+        SendScintilla(SCI_INDEXPOSITIONFROMLINE, lastLine, SC_LINECHARACTERINDEX_UTF16) +
+        SendScintilla(SCI_COUNTCODEUNITS, SendScintilla(SCI_POSITIONFROMLINE, lastLine), length);
     if (units >= total)
         return length;
     const long lineNo = SendScintilla(SCI_LINEFROMINDEXPOSITION, long(units), SC_LINECHARACTERINDEX_UTF16);
@@ -259,17 +267,25 @@ qint64 KLTextView::line() const {
     return SendScintilla(SCI_LINEFROMPOSITION, SendScintilla(SCI_GETCURRENTPOS)) + 1;
 }
 
-qint64 KLTextView::position() const { return utf16FromBytes(SendScintilla(SCI_GETCURRENTPOS)); }
+qint64 KLTextView::position() const {
+    return utf16FromBytes(SendScintilla(SCI_GETCURRENTPOS));
+}
 
-qint64 KLTextView::selectionStartUtf16() const { return utf16FromBytes(SendScintilla(SCI_GETSELECTIONSTART)); }
+qint64 KLTextView::selectionStartUtf16() const {
+    return utf16FromBytes(SendScintilla(SCI_GETSELECTIONSTART));
+}
 
-qint64 KLTextView::selectionEndUtf16() const { return utf16FromBytes(SendScintilla(SCI_GETSELECTIONEND)); }
+qint64 KLTextView::selectionEndUtf16() const {
+    return utf16FromBytes(SendScintilla(SCI_GETSELECTIONEND));
+}
 
 void KLTextView::selectUtf16(qint64 start, qint64 end) {
     SendScintilla(SCI_SETSEL, bytesFromUtf16(start), bytesFromUtf16(end));
 }
 
-QString KLTextView::documentText() const { return QString::fromUtf8(documentBytes()); }
+QString KLTextView::documentText() const {
+    return QString::fromUtf8(documentBytes());
+}
 
 void KLTextView::gotoLine(qint64 lineNumber) {
     const qint64 count = SendScintilla(SCI_GETLINECOUNT);
@@ -355,9 +371,13 @@ QList<qint64> KLTextView::separatorLines() const {
     return lines;
 }
 
-void KLTextView::turnOffWrapping() { setWrapMode(WrapNone); }
+void KLTextView::turnOffWrapping() {
+    setWrapMode(WrapNone);
+}
 
-void KLTextView::turnOnAutoIndent() { setAutoIndent(true); }
+void KLTextView::turnOnAutoIndent() {
+    setAutoIndent(true);
+}
 
 QFont KLTextView::editorFont(int points) {
     const int size = qMax(1, points);
@@ -433,15 +453,15 @@ void KLTextView::notifyOwner(const char* method) {
         QMetaObject::invokeMethod(owner_, method, Qt::DirectConnection, Q_ARG(QObject*, this));
 }
 
-void KLTextView::onModified(int position, int modificationType, const char*, int length, int, int, int,
-                            int, int, int) {
+void KLTextView::onModified(int position, int modificationType, const char*, int length, int, int, int, int,
+                            int, int) {
     // Only notifications of what is about to change arrive (see configure()).
     if (!(modificationType & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)))
         return;
     // An insertion announced earlier is complete now, and still where it was put.
     reportPendingInsertion();
     ++changeCount_;
-    if (ownerHas(KLTextViewOwnerCalls::ShouldChangeText)) {
+    if (!loading_ && ownerHas(KLTextViewOwnerCalls::ShouldChangeText)) {
         if (modificationType & SC_MOD_BEFOREDELETE) {
             const qint64 location = utf16FromBytes(position);
             askOwnerShouldChange(location, utf16FromBytes(position + length) - location, QString());

@@ -64,8 +64,7 @@ public:
     // The comment mark that COMMENT puts in front of a line.
     static constexpr char CommentMark = '\'';
 
-    explicit KLTextView(QObject* owner = nullptr, const QString& name = QString(),
-                        QWidget* parent = nullptr);
+    explicit KLTextView(QObject* owner = nullptr, const QString& name = QString(), QWidget* parent = nullptr);
     ~KLTextView() override;
 
     QObject* owner() const { return owner_; }
@@ -165,6 +164,14 @@ public:
 
     // Handed back by an owner that schedules it after a change: [location, replacement].
     Q_INVOKABLE void _ShouldChangeText(const QVariantList& change);
+    // The view's answers to the two questions an owner may hand back to it: the
+    // completions for the partial word at [start, start + length) (the owner's
+    // candidates that fit, or `words` when the owner offers none), and the selection to
+    // take when it changes (the new one, unchanged). Positions are UTF-16.
+    Q_INVOKABLE QStringList delegate_textView_completions(const QStringList& words, qint64 start,
+                                                          qint64 length);
+    Q_INVOKABLE QList<qint64> delegate_textView_willChangeSelection(qint64 oldStart, qint64 oldLength,
+                                                                    qint64 newStart, qint64 newLength);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -212,10 +219,11 @@ private:
     Utf16Range scope_;
     Utf16Range lastMatch_{-1, -1};
     QStringList shownCompletions_;
-    qint64 changeCount_ = 0; // advances with every change of the text
+    qint64 changeCount_ = 0;       // advances with every change of the text
     long pendingInsertAt_ = 0;     // an insertion not yet reported to the owner
     long pendingInsertLength_ = 0; // (bytes; 0: none)
     bool afterChangeQueued_ = false;
+    bool loading_ = false; // load() replaces the text: no change reports with text
     std::unique_ptr<QThreadPool> writer_;
 };
 
@@ -231,6 +239,8 @@ void KLVR_KLTEXTVIEW_KEYWORDS(KLTextView* view, const QStringList& words);
 void KLVR_KLTEXTVIEW_TYPES(KLTextView* view, const QStringList& words);
 void KLVR_KLTEXTVIEW_COMMANDS(KLTextView* view, const QStringList& words);
 void KLVR_KLTEXTVIEW_LINESEPARATORS(KLTextView* view, const QList<qint64>& positions);
+// As the parser hands them out: none (a file never scanned) clears the rules.
+void KLVR_KLTEXTVIEW_LINESEPARATORS(KLTextView* view, const std::shared_ptr<const QList<qint64>>& positions);
 void KLVR_KLTEXTVIEW_PERFORMSYNTAXHIGHLIGHTING(KLTextView* view);
 void KLVR_KLTEXTVIEW_TURNOFFWRAPPING(KLTextView* view);
 void KLVR_KLTEXTVIEW_TURNONAUTOINDENT(KLTextView* view);

@@ -52,13 +52,21 @@ void KLTextView::transformSelectedLines(QStringList (*transform)(const QStringLi
                   SendScintilla(SCI_GETLINEENDPOSITION, long(last)));
 }
 
-void KLTextView::commentLines() { transformSelectedLines(&line_commands::comment); }
+void KLTextView::commentLines() {
+    transformSelectedLines(&line_commands::comment);
+}
 
-void KLTextView::uncommentLines() { transformSelectedLines(&line_commands::uncomment); }
+void KLTextView::uncommentLines() {
+    transformSelectedLines(&line_commands::uncomment);
+}
 
-void KLTextView::shiftLeftLines() { transformSelectedLines(&line_commands::shiftLeft); }
+void KLTextView::shiftLeftLines() {
+    transformSelectedLines(&line_commands::shiftLeft);
+}
 
-void KLTextView::shiftRightLines() { transformSelectedLines(&line_commands::shiftRight); }
+void KLTextView::shiftRightLines() {
+    transformSelectedLines(&line_commands::shiftRight);
+}
 
 void KLTextView::changeCase(bool upper) {
     auto convert = [upper](const QString& text) { return upper ? text.toUpper() : text.toLower(); };
@@ -93,9 +101,13 @@ void KLTextView::changeCase(bool upper) {
     SendScintilla(SCI_SETSEL, start, start + long(converted.size()));
 }
 
-void KLTextView::lowerCaseSelection() { changeCase(false); }
+void KLTextView::lowerCaseSelection() {
+    changeCase(false);
+}
 
-void KLTextView::upperCaseSelection() { changeCase(true); }
+void KLTextView::upperCaseSelection() {
+    changeCase(true);
+}
 
 void KLTextView::autoFormat() {
     // With a selection its lines are formatted, starting at the first line's level;

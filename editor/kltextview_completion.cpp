@@ -9,20 +9,30 @@
 
 namespace {
 
-bool isWordChar(QChar c) { return c.isLetterOrNumber() || c == u'_'; }
+bool isWordChar(QChar c) {
+    return c.isLetterOrNumber() || c == u'_';
+}
 
 constexpr int CompletionListId = 1;
 
 } // namespace
 
 KLTextView::CompletionContext KLTextView::completionContext(qint64 utf16Position) const {
+    // An expression never spans lines: only the line up to the position is read, so a
+    // completion costs the same at the end of a large file as at its start.
     CompletionContext context;
-    const QString text = documentText();
-    const qint64 pos = qBound<qint64>(0, utf16Position, text.size());
+    const long bytePos = long(bytesFromUtf16(utf16Position));
+    const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, SendScintilla(SCI_LINEFROMPOSITION, bytePos));
+    const qint64 lineStartUtf16 = utf16FromBytes(lineStart);
+    QByteArray bytes(bytePos - lineStart + 1, '\0');
+    SendScintilla(SCI_GETTEXTRANGE, lineStart, bytePos, bytes.data());
+    bytes.chop(1);
+    const QString text = QString::fromUtf8(bytes);
+    const qint64 pos = text.size();
     qint64 wordStart = pos;
     while (wordStart > 0 && isWordChar(text[wordStart - 1]))
         --wordStart;
-    context.wordStart = wordStart;
+    context.wordStart = lineStartUtf16 + wordStart;
     context.partialWord = text.mid(wordStart, pos - wordStart);
     context.expression = NoContextMarker;
     if (wordStart > 0 && text[wordStart - 1] == u'.') {
@@ -46,6 +56,23 @@ QStringList KLTextView::filterCandidates(const QStringList& all, const QString& 
             kept << candidate;
     }
     return kept;
+}
+
+QStringList KLTextView::delegate_textView_completions(const QStringList& words, qint64 start, qint64 length) {
+    const CompletionContext context = completionContext(start + length);
+    QStringList candidates;
+    if (ownerHas(KLTextViewOwnerCalls::GetCompletion))
+        QMetaObject::invokeMethod(owner_, KLTextViewOwnerCalls::GetCompletion, Qt::DirectConnection,
+                                  Q_RETURN_ARG(QStringList, candidates), Q_ARG(QObject*, this),
+                                  Q_ARG(QString, context.expression));
+    candidates = filterCandidates(candidates, context.partialWord);
+    candidates.removeAll(QString());
+    return candidates.isEmpty() ? words : candidates;
+}
+
+QList<qint64> KLTextView::delegate_textView_willChangeSelection(qint64, qint64, qint64 newStart,
+                                                                qint64 newLength) {
+    return {newStart, newLength};
 }
 
 void KLTextView::showCompletion() {
@@ -72,13 +99,14 @@ void KLTextView::onCharAdded(int character) {
     }
     if (character != '(' || !ownerHas(KLTextViewOwnerCalls::GetCompletion2))
         return;
-    // The whole word before the parenthesis, with its dotted prefix ("me.list.Add").
-    const QString text = documentText();
-    const qint64 paren = position() - 1;
-    qint64 start = paren;
-    while (start > 0 && (isWordChar(text[start - 1]) || text[start - 1] == u'.'))
-        --start;
-    const QString word = text.mid(start, paren - start);
+    // The whole word before the parenthesis, with its dotted prefix ("me.list.Add"):
+    // the expression and partial word that end in front of it.
+    const CompletionContext before = completionContext(position() - 1);
+    const QString word = before.expression == NoContextMarker
+                             ? before.partialWord
+                             : before.expression + QLatin1Char('.') + before.partialWord;
+    const qint64 start =
+        before.wordStart - (before.expression == NoContextMarker ? 0 : before.expression.size() + 1);
     if (word.isEmpty())
         return;
     QString completion;

@@ -39,8 +39,8 @@ void KLTextView::replaceUtf16(const QString& text, qint64 start, qint64 length, 
 bool KLTextView::findNext(const QString& needle) {
     const QString text = documentText();
     const Utf16Range scope = findScope(text);
-    const FindMatch m =
-        find_engine::findForward(text, needle, selectionEndUtf16(), {scope.start, scope.end}, findIgnoreCase_);
+    const FindMatch m = find_engine::findForward(text, needle, selectionEndUtf16(), {scope.start, scope.end},
+                                                 findIgnoreCase_);
     if (!m.found())
         return false;
     selectMatch(m.start, m.length);
@@ -87,7 +87,8 @@ bool KLTextView::findReplaceFind(const QString& find, const QString& replacement
 qint64 KLTextView::findReplaceAll(const QString& find, const QString& replacement) {
     const QString text = documentText();
     const Utf16Range scope = findScope(text);
-    const QList<qint64> starts = find_engine::allMatches(text, find, {scope.start, scope.end}, findIgnoreCase_);
+    const QList<qint64> starts =
+        find_engine::allMatches(text, find, {scope.start, scope.end}, findIgnoreCase_);
     if (starts.isEmpty())
         return 0;
     // Byte positions of every match, taken before the first edit; replacing from the

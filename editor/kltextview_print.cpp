@@ -45,7 +45,8 @@ bool KLTextView::printTo(QPrinter& printer, const QString& projectName, const QS
     return headed.printRange(this) > 0;
 }
 
-bool KLTextView::printShowingPrintPanel(const QString& projectName, const QString& className, bool showPanel) {
+bool KLTextView::printShowingPrintPanel(const QString& projectName, const QString& className,
+                                        bool showPanel) {
     QPrinter printer(QPrinter::HighResolution);
     if (showPanel) {
         QPrintDialog dialog(&printer, this);

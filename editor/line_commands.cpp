@@ -63,14 +63,14 @@ LineShape shapeOf(const QString& line) {
         // Only an If whose line ends with Then opens a block; "If x Then y" does not.
         return {0, w.last() == u"then" ? +1 : 0};
     }
-    if (first == u"for" || first == u"while" || first == u"do" || first == u"select" ||
-        first == u"try" || first == u"with")
+    if (first == u"for" || first == u"while" || first == u"do" || first == u"select" || first == u"try" ||
+        first == u"with")
         return {0, +1};
     qsizetype k = 0;
     if (w[k] == u"public" || w[k] == u"private")
         ++k;
-    static const QStringList methods = {QStringLiteral("sub"),   QStringLiteral("function"),
-                                        QStringLiteral("action"), QStringLiteral("event"),
+    static const QStringList methods = {QStringLiteral("sub"),      QStringLiteral("function"),
+                                        QStringLiteral("action"),   QStringLiteral("event"),
                                         QStringLiteral("delegate"), QStringLiteral("ibaction")};
     if (k < w.size() && methods.contains(w[k]) && w.contains(QStringLiteral("(")))
         return {0, +1};

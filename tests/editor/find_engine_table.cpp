@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <ostream>
+
 namespace {
 
 enum class Op { Forward, Backward };
@@ -18,15 +21,21 @@ struct FindRow {
     qint64 expectedStart; // -1: not found
 };
 
+// Test names and failure messages show the row's name.
+void PrintTo(const FindRow& row, std::ostream* os) {
+    *os << row.name;
+}
+
 } // namespace
 
 class FindEngineTable : public ::testing::TestWithParam<FindRow> {};
 
 TEST_P(FindEngineTable, FindsWhatItShould) {
     const FindRow& row = GetParam();
-    const FindMatch m = row.op == Op::Forward
-                            ? find_engine::findForward(row.text, row.needle, row.from, row.scope, row.ignoreCase)
-                            : find_engine::findBackward(row.text, row.needle, row.from, row.scope, row.ignoreCase);
+    const FindMatch m =
+        row.op == Op::Forward
+            ? find_engine::findForward(row.text, row.needle, row.from, row.scope, row.ignoreCase)
+            : find_engine::findBackward(row.text, row.needle, row.from, row.scope, row.ignoreCase);
     EXPECT_EQ(m.start, row.expectedStart) << row.name;
     if (m.found()) {
         EXPECT_EQ(m.length, row.needle.size());
@@ -61,7 +70,12 @@ INSTANTIATE_TEST_SUITE_P(
         FindRow{"non-ASCII: case folded", umlauts, "GRÖßE", Op::Forward, 1, {}, true, 9},
         FindRow{"surrogate pair counted as two", umlauts, "😀", Op::Forward, 0, {}, false, 6},
         FindRow{"previous over an emoji", umlauts, "Größe", Op::Backward, 20, {}, true, 9}),
-    [](const ::testing::TestParamInfo<FindRow>& info) { return "row" + std::to_string(info.index); });
+    [](const ::testing::TestParamInfo<FindRow>& info) {
+        std::string name;
+        for (const char* c = info.param.name; *c; ++c)
+            name += std::isalnum(static_cast<unsigned char>(*c)) ? *c : '_';
+        return name;
+    });
 
 TEST(FindEngine, AllMatchesDoNotOverlapAndStayInScope) {
     EXPECT_EQ(find_engine::allMatches("aaaa", "aa", {}, false), (QList<qint64>{0, 2}));

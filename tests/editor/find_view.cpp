@@ -95,7 +95,8 @@ TEST(FindView, ReplaceAllCountsAndUndoesAsOneStep) {
     EXPECT_EQ(v.findReplaceAll("nothing", "x"), 0);
     EXPECT_EQ(v.findReplaceAll("", "x"), 0);
     v.undo();
-    EXPECT_EQ(v.documentText(), QStringLiteral("Dim ä\nDIM ö\n' Dim 😀 Dim\n")) << "one undo step per replace all";
+    EXPECT_EQ(v.documentText(), QStringLiteral("Dim ä\nDIM ö\n' Dim 😀 Dim\n"))
+        << "one undo step per replace all";
     v.undo();
     EXPECT_EQ(v.documentBytes(), original);
 }

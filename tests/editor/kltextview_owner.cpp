@@ -11,7 +11,6 @@
 using editor_test::RecordingOwner;
 using editor_test::setBytes;
 
-
 TEST(KLTextViewOwner, CallsReachTheOwnerByName) {
     RecordingOwner owner;
     KLTextView* view = KLVR_KLTEXTVIEW_INIT(&owner, "tv");
@@ -99,6 +98,12 @@ TEST(KLTextViewCompletion, ShowsFilteredListAndInsertsTheChoice) {
     EXPECT_TRUE(owner.calls.contains("completion2:MsgBox"));
     EXPECT_TRUE(v.SendScintilla(QsciScintilla::SCI_CALLTIPACTIVE));
 
+    // The same answer when an owner hands the question back to the view.
+    // "x = me.list.Count": the partial word "Co" after "me.list.", then "m" after nothing.
+    EXPECT_EQ(v.delegate_textView_completions({"fallback"}, 12, 2), (QStringList{"Count", "count2"}));
+    EXPECT_EQ(v.delegate_textView_completions({"fallback"}, 4, 1), (QStringList{"fallback"}));
+    EXPECT_EQ(v.delegate_textView_willChangeSelection(1, 2, 3, 4), (QList<qint64>{3, 4}));
+
     // Nothing matching: no list.
     owner.candidates = {"Alpha"};
     QTest::keyClicks(&v, "zz");
@@ -123,4 +128,3 @@ TEST(KLTextViewPrint, PrintsAllPagesWithTheHeading) {
     // 300 lines do not fit on one page.
     EXPECT_GE(bytes.count("/Type /Page\n") + bytes.count("/Type /Page\r") + bytes.count("/Type /Page "), 2);
 }
-

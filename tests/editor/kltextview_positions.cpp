@@ -25,7 +25,8 @@ QList<qint64> scannerSeparators(const QString& text) {
 
 TEST(KLTextViewPositions, AgreeWithUtf16OffsetsForNonAsciiAndCrlf) {
     const QStringList texts = {
-        QStringLiteral("' Grüße 😀😀\n\nSub Ä()\n  x = \"ß\"\nEnd Sub\n\nFunction F() As String\nEnd Function\n"),
+        QStringLiteral(
+            "' Grüße 😀😀\n\nSub Ä()\n  x = \"ß\"\nEnd Sub\n\nFunction F() As String\nEnd Function\n"),
         QStringLiteral("' 日本語のコメント\r\nDim a\r\n\r\nsub B()\r\nEnd Sub\r\nSub C()\r\nEnd Sub"),
         QStringLiteral("Sub First()\nEnd Sub\n\nSub 𝔘𝔫𝔦()\nEnd Sub\n"),
     };
@@ -33,7 +34,8 @@ TEST(KLTextViewPositions, AgreeWithUtf16OffsetsForNonAsciiAndCrlf) {
     for (const QString& text : texts)
         files << text.toUtf8();
     // A byte order mark, and bytes that are not UTF-8, as the scanner reads them.
-    files << QByteArray("\xef\xbb\xbf' x\n\nSub B()\nEnd Sub\n") << QByteArray("' caf\xe9 \xff\xe2\x82!\n\nSub C()\n");
+    files << QByteArray("\xef\xbb\xbf' x\n\nSub B()\nEnd Sub\n")
+          << QByteArray("' caf\xe9 \xff\xe2\x82!\n\nSub C()\n");
     for (const QByteArray& bytes : files) {
         const QString text = QString::fromUtf8(bytes); // what the scanner reads
         KLTextView view;
@@ -67,8 +69,8 @@ TEST(KLTextViewPositions, SeparatorsIgnoreOddPositionsAndMoveWithEdits) {
     view.SendScintilla(QsciScintilla::SCI_GOTOPOS, 0);
     view.insert("new line\n");
     EXPECT_EQ(view.separatorLines(), (QList<qint64>{2})) << "the rule stays with its line";
-    view.setLineSeparators({});
-    EXPECT_TRUE(view.separatorLines().isEmpty());
+    KLVR_KLTEXTVIEW_LINESEPARATORS(&view, std::shared_ptr<const QList<qint64>>());
+    EXPECT_TRUE(view.separatorLines().isEmpty()) << "a file never scanned has no rules";
 }
 
 TEST(KLTextViewPositions, GotoLineClampsAndPutsTheCursorAtTheLineStart) {

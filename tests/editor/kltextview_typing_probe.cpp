@@ -10,6 +10,8 @@
 // figures are printed beside them.
 #include "editor_test_texts.h"
 
+#include "editor/kelvaro_styler.h"
+
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFile>
@@ -30,7 +32,9 @@ qint64 threadCpuNanoseconds() {
     return qint64(ts.tv_sec) * 1'000'000'000 + ts.tv_nsec;
 }
 
-double ms(qint64 ns) { return double(ns) / 1e6; }
+double ms(qint64 ns) {
+    return double(ns) / 1e6;
+}
 
 } // namespace
 
@@ -54,7 +58,7 @@ TEST(KLTextViewTypingProbe, NoKeystrokeBlocksTheEventLoopFor16ms) {
     editor_test::setWordLists(view);
     ASSERT_TRUE(view.load(path));
     view.setLineSeparators(separators);
-    view.gotoLine(95000); // far down: any pass over the text before the caret shows
+    view.gotoLine(95000);              // far down: any pass over the text before the caret shows
     QCoreApplication::processEvents(); // first paint of the new place
     view.repaint();
 
@@ -128,4 +132,72 @@ TEST(KLTextViewTypingProbe, NoKeystrokeBlocksTheEventLoopFor16ms) {
     EXPECT_LT(cpuMedian, 1.0) << "a keystroke costs more than a line's worth of work";
     // The text really changed where the cursor was.
     EXPECT_TRUE(view.documentText().contains(QStringLiteral("Dim counter As Integer = Len(\"text\") ' not")));
+}
+
+// What the application does with a large file on the interface thread besides typing:
+// the passes that run between keystrokes must stay within a frame; the commands a
+// user starts may take longer but stay linear. Figures are printed for the record.
+TEST(KLTextViewTypingProbe, LargeFilePassesStayWithinAFrame) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath("Big.NSObject.klvr");
+    const QByteArray bytes = editor_test::generatedText(100000);
+    {
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+    QList<qint64> separators;
+    const QString text = QString::fromUtf8(bytes);
+    for (qsizetype at = text.indexOf(u"\nSub "); at >= 0; at = text.indexOf(u"\nSub ", at + 1))
+        separators << at;
+
+    KLTextView view;
+    view.resize(900, 700);
+    view.show();
+    editor_test::setWordLists(view);
+    auto cpuOf = [](auto&& work) {
+        const qint64 start = threadCpuNanoseconds();
+        work();
+        return ms(threadCpuNanoseconds() - start);
+    };
+    const double load = cpuOf([&] { ASSERT_TRUE(view.load(path)); });
+    view.gotoLine(60000);
+    QCoreApplication::processEvents();
+    view.repaint();
+    const double firstPaint = cpuOf([&] { view.repaint(); });
+    const double rules = cpuOf([&] { view.setLineSeparators(separators); });
+    const double recolour = cpuOf([&] {
+        view.setTypes(editor_test::types() + QStringList{"Method59980"});
+        view.performSyntaxHighlighting();
+        view.repaint();
+    });
+    // The re-colour reached the visible line with the new word list.
+    EXPECT_EQ(view.SendScintilla(QsciScintilla::SCI_GETSTYLEAT, long(bytes.indexOf("Method59980"))),
+              kelvaro_style::Type);
+    qint64 position = 0;
+    const double where = cpuOf([&] { position = view.position() + view.line(); });
+    KLTextView::CompletionContext context;
+    const double completion = cpuOf([&] { context = view.completionContext(view.position() + 8); });
+    EXPECT_EQ(context.partialWord, QStringLiteral("v5")) << "line 60000 reads \"  Dim v59998 As ...\"";
+    const double snapshot = cpuOf([&] { view.saveInBackground(path).wait(); });
+    const double findNext = cpuOf([&] { EXPECT_TRUE(view.findNext("Method0(")); });
+    qint64 replaced = 0;
+    const double replaceAll = cpuOf([&] { replaced = view.findReplaceAll("Method", "Procedure"); });
+    const double save = cpuOf([&] { EXPECT_TRUE(view.save(path)); });
+
+    EXPECT_EQ(separators.size(), 5000);
+    EXPECT_EQ(view.separatorLines().size(), 5000);
+    EXPECT_EQ(replaced, 5000);
+    EXPECT_GT(position, 0);
+    std::cout << "large file (100,000 lines, " << bytes.size() / 1024
+              << " KiB), interface-thread CPU ms: load " << load << ", paint " << firstPaint
+              << ", 5000 separator rules " << rules << ", word-list change + re-colour " << recolour
+              << ", line/position " << where << ", completion context " << completion
+              << ", background-save snapshot " << snapshot << ", find next (wrapping) " << findNext
+              << ", replace all 5000 " << replaceAll << ", save " << save << "\n";
+    EXPECT_LT(rules, 16.0);
+    EXPECT_LT(recolour, 16.0);
+    EXPECT_LT(where, 1.0);
+    EXPECT_LT(completion, 1.0) << "a completion request must not read the whole text";
+    EXPECT_LT(snapshot, 16.0);
 }

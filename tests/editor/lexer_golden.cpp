@@ -46,15 +46,15 @@ struct LineCase {
 TEST(LexerRules, OneLineTable) {
     const LineCase cases[] = {
         {"Dim x As Integer", "kkkdddkkdttttttt"},
-        {"dim X as INTEGER", "kkkdddkkdttttttt"},               // the language ignores case
-        {"s = \"a\"\"b\" ' c", "ddddssssssdccc"},                  // "" inside a string
-        {"x = \"it's\" 'x", "ddddssssssdcc"},                      // a quote in a string is no comment
+        {"dim X as INTEGER", "kkkdddkkdttttttt"}, // the language ignores case
+        {"s = \"a\"\"b\" ' c", "ddddssssssdccc"}, // "" inside a string
+        {"x = \"it's\" 'x", "ddddssssssdcc"},     // a quote in a string is no comment
         {"MsgBox(Len(s))", "ffffffdfffdddd"},
         {"n = 12 + &hFF + 1.5", "ddddnndddnnnndddnnn"},
-        {"a.Dim = 1", "ddddddddn"},                              // a member is never a keyword
+        {"a.Dim = 1", "ddddddddn"}, // a member is never a keyword
         {"  Rem note", "ddcccccccc"},
         {"Remark = 1", "dddddddddn"},
-        {"\"open", "sssss"},                                     // an unclosed string ends with its line
+        {"\"open", "sssss"}, // an unclosed string ends with its line
         {"x1 As id\r\n", "dddkkdttdd"},
     };
     for (const LineCase& c : cases)
