@@ -2,6 +2,7 @@
 
 #include "insight/declaration_scanner.h"
 #include "insight/source_text.h"
+#include "frame/trace.h"
 
 #include <QMutexLocker>
 #include <functional>
@@ -50,6 +51,7 @@ bool parser::isLocked(const QString& path) const {
 }
 
 void parser::ParseFile(const QString& path) {
+    KLVR_TRACE("ParseFile");
     if (path.isEmpty())
         return;
     if (!tryLock(path))
@@ -84,10 +86,14 @@ void parser::ParseFile(const QString& path) {
 }
 
 parser::List parser::GetList(DeclarationKind kind, const QString& path) const {
+    KLVR_TRACE("GetList");
     return lookup(storeMutex, aKinds[int(kind)], path);
 }
 
-parser::List parser::GetAll(const QString& path) const { return lookup(storeMutex, aAll, path); }
+parser::List parser::GetAll(const QString& path) const {
+    KLVR_TRACE("GetAll");
+    return lookup(storeMutex, aAll, path);
+}
 parser::List parser::GetSub(const QString& path) const { return GetList(DeclarationKind::Sub, path); }
 parser::List parser::GetFunction(const QString& path) const { return GetList(DeclarationKind::Function, path); }
 parser::List parser::GetAction(const QString& path) const { return GetList(DeclarationKind::Action, path); }
@@ -99,13 +105,16 @@ parser::List parser::GetIBOutlet(const QString& path) const { return GetList(Dec
 parser::List parser::GetIBAction(const QString& path) const { return GetList(DeclarationKind::IBAction, path); }
 
 std::shared_ptr<const QList<qint64>> parser::GetLineSeparators(const QString& path) const {
+    KLVR_TRACE("GetLineSeparators");
     return lookup(storeMutex, aLineSeparators, path);
 }
 
 std::shared_ptr<const QStringList> parser::GetLineSeparatorsType(const QString& path) const {
+    KLVR_TRACE("GetLineSeparatorsType");
     return lookup(storeMutex, aLineSeparatorsType, path);
 }
 
 std::shared_ptr<const QHash<QString, QString>> parser::GetLocalList(const QString& path) const {
+    KLVR_TRACE("GetLocalList");
     return lookup(storeMutex, aLocalList, path);
 }
