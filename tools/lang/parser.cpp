@@ -120,21 +120,22 @@ private:
     // ---- tokens and lines ----
 
     void tokenize(std::string_view text) {
-        LineTokens scratch;
+        // About one token per five bytes of code; reserving avoids regrowing.
+        toks_.reserve(text.size() / 5 + 16);
+        kws_.reserve(text.size() / 5 + 16);
+        lines_.reserve(text.size() / 24 + 16);
         std::size_t pos = 0;
         while (pos < text.size()) {
             const void* found = std::memchr(text.data() + pos, '\n', text.size() - pos);
             const std::size_t end = found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) : text.size();
-            tokenizeLine(text.substr(pos, end - pos), scratch);
             Line line{static_cast<std::uint32_t>(toks_.size()), 0, -1};
-            for (const Token& t : scratch.tokens) {
-                toks_.push_back(t);
-                kws_.push_back(t.kind == Tok::Name ? keywordOf(t.text) : Kw::None);
-            }
+            const char* error = appendLineTokens(text.substr(pos, end - pos), toks_);
+            for (std::size_t t = line.begin; t < toks_.size(); ++t)
+                kws_.push_back(toks_[t].kind == Tok::Name ? keywordOf(toks_[t].text) : Kw::None);
             line.end = static_cast<std::uint32_t>(toks_.size());
-            if (!scratch.error.empty()) {
+            if (*error) {
                 line.error = static_cast<int>(lexErrors_.size());
-                lexErrors_.push_back(scratch.error);
+                lexErrors_.push_back(error);
             }
             lines_.push_back(line);
             pos = end + 1;

@@ -72,11 +72,20 @@ void addPlistStrings(plist_t node, Vocabulary& vocabulary, bool keys, bool value
 }  // namespace
 
 Kw keywordOf(std::string_view name) {
+    // Called for every name of every file: lower-cased on the stack, looked up by view.
+    static const std::unordered_map<std::string_view, Kw> byView = [] {
+        std::unordered_map<std::string_view, Kw> views;
+        for (const auto& entry : keywordTable())
+            views.emplace(entry.first, entry.second);
+        return views;
+    }();
     if (name.size() > 8)
         return Kw::None;  // no keyword is longer
-    const auto& table = keywordTable();
-    const auto found = table.find(lowerName(name));
-    return found == table.end() ? Kw::None : found->second;
+    char lower[8];
+    for (std::size_t i = 0; i < name.size(); ++i)
+        lower[i] = (name[i] >= 'A' && name[i] <= 'Z') ? static_cast<char>(name[i] - 'A' + 'a') : name[i];
+    const auto found = byView.find(std::string_view(lower, name.size()));
+    return found == byView.end() ? Kw::None : found->second;
 }
 
 Vocabulary::Vocabulary() {
