@@ -5,6 +5,8 @@
 #include <plist/plist.h>
 
 #include <cctype>
+#include <cstring>
+#include <vector>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -72,20 +74,27 @@ void addPlistStrings(plist_t node, Vocabulary& vocabulary, bool keys, bool value
 }  // namespace
 
 Kw keywordOf(std::string_view name) {
-    // Called for every name of every file: lower-cased on the stack, looked up by view.
-    static const std::unordered_map<std::string_view, Kw> byView = [] {
-        std::unordered_map<std::string_view, Kw> views;
+    // Called for every name of every file: the keywords are grouped by length and
+    // compared in place after lower-casing on the stack, with no hashing.
+    struct Entry {
+        std::string_view word;
+        Kw kw;
+    };
+    static const std::vector<std::vector<Entry>> byLength = [] {
+        std::vector<std::vector<Entry>> groups(9);
         for (const auto& entry : keywordTable())
-            views.emplace(entry.first, entry.second);
-        return views;
+            groups[entry.first.size()].push_back({entry.first, entry.second});
+        return groups;
     }();
-    if (name.size() > 8)
-        return Kw::None;  // no keyword is longer
+    if (name.size() < 2 || name.size() > 8)
+        return Kw::None;  // no keyword is shorter or longer
     char lower[8];
     for (std::size_t i = 0; i < name.size(); ++i)
         lower[i] = (name[i] >= 'A' && name[i] <= 'Z') ? static_cast<char>(name[i] - 'A' + 'a') : name[i];
-    const auto found = byView.find(std::string_view(lower, name.size()));
-    return found == byView.end() ? Kw::None : found->second;
+    for (const Entry& entry : byLength[name.size()])
+        if (entry.word[0] == lower[0] && std::memcmp(entry.word.data(), lower, name.size()) == 0)
+            return entry.kw;
+    return Kw::None;
 }
 
 Vocabulary::Vocabulary() {
