@@ -5,6 +5,7 @@
 
 #include "frame/klvr_application.h"
 #include "frame/startup_options.h"
+#include "insight/scan_command.h"
 
 #include <QStringList>
 
@@ -14,6 +15,8 @@ int kelvaroMain(int argc, char** argv) {
         args << QString::fromLocal8Bit(argv[i]);
 
     // Commands that need no window (each returns the process's exit status).
+    if (isScannerCommand(args))
+        return runScannerCommand(args);
     // -- end of commands that need no window --
 
     StartupOptions options = StartupOptions::parse(args);

@@ -39,7 +39,7 @@ public:
 private:
     mutable std::mutex mutex_;
     std::vector<Shown> shown_;
-    std::deque<std::optional<QString>> inputs_;
+    std::deque<std::pair<bool, QString>> inputs_; // (answered, text)
     std::deque<QStringList> opens_;
     OpenPanelRequest lastOpen_;
 };

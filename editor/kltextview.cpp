@@ -1,0 +1,500 @@
+#include "editor/kltextview.h"
+
+#include "editor/kelvaro_lexer.h"
+#include "editor/line_commands.h"
+
+#include <QAccessibleWidget>
+#include <QFile>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QMetaMethod>
+#include <QSaveFile>
+#include <QThreadPool>
+
+namespace {
+
+// Marker numbers: breakpoints are shown in the symbol margin; separators are an
+// underline across the text of the line before a method declaration.
+constexpr int BreakpointMarker = 1;
+constexpr int SeparatorMarker = 2;
+// (Named apart from QsciScintilla's MarginType values, which a member would see first.)
+constexpr int LineNumberMarginIndex = 0;
+constexpr int BreakpointMarginIndex = 1;
+constexpr int FoldMarginIndex = 2;
+
+bool writeAtomically(const QString& path, const QByteArray& bytes) {
+    const QFileInfo info(path);
+    // Replacing a read-only file through a new file would succeed on most systems;
+    // the user made it read-only, so it is not written.
+    // The permission bits are asked as well: a privileged user may write anything,
+    // but a file without any write permission was still meant to be left alone.
+    constexpr QFile::Permissions anyWrite =
+        QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther; // mode bits, not access()
+    if (info.exists() && (!info.isWritable() || !(info.permissions() & anyWrite)))
+        return false;
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    if (file.write(bytes) != bytes.size()) {
+        file.cancelWriting();
+        return false;
+    }
+    return file.commit();
+}
+
+// The view's accessible object. QScintilla's own one measures the caret's character
+// offset from the start of the document after every edit and every caret move, a pass
+// over everything before the caret: at the end of a 100,000-line file each keystroke
+// then costs more than a frame. The view answers with a plain accessible widget, which
+// QScintilla's notifications do not look for, so they cost nothing.
+QAccessibleInterface* plainAccessible(const QString& className, QObject* object) {
+    if (className == QLatin1String("KLTextView") && object && object->isWidgetType())
+        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::EditableText);
+    return nullptr;
+}
+
+void installPlainAccessible() {
+    static const bool installed = [] {
+        QAccessible::installFactory(&plainAccessible);
+        return true;
+    }();
+    Q_UNUSED(installed);
+}
+
+} // namespace
+
+const QString KLTextView::NoContextMarker = QStringLiteral("!\u00a7$%&/()=?");
+
+KLTextView::KLTextView(QObject* owner, const QString& name, QWidget* parent)
+    : QsciScintilla(parent), owner_(owner), name_(name) {
+    installPlainAccessible();
+    setObjectName(name);
+    configure();
+}
+
+KLTextView::~KLTextView() {
+    // Background writes hold a copy of the bytes, not the view; they finish first so
+    // that no write outlives the object that reports on it.
+    if (writer_)
+        writer_->waitForDone();
+}
+
+void KLTextView::configure() {
+    setUtf8(true);
+    lexer_ = new KelvaroLexer(this);
+    setLexer(lexer_);
+    // UTF-16 offsets of every line start, kept up to date by Scintilla: converting a
+    // position costs a line lookup, not a pass over the text.
+    SendScintilla(SCI_ALLOCATELINECHARACTERINDEX, SC_LINECHARACTERINDEX_UTF16);
+
+    setWrapMode(WrapNone);
+    setAutoIndent(true);
+    setIndentationsUseTabs(false);
+    setIndentationWidth(line_commands::IndentStep);
+    setTabWidth(4);
+    setEolMode(EolUnix);
+    setAutoCompletionSource(AcsNone);
+    setCallTipsStyle(CallTipsNone);
+    setFolding(NoFoldStyle);
+    setBraceMatching(NoBraceMatch);
+
+    setMarginType(LineNumberMarginIndex, NumberMargin);
+    setMarginLineNumbers(LineNumberMarginIndex, true);
+    setMarginMarkerMask(LineNumberMarginIndex, 0);
+    setMarginType(BreakpointMarginIndex, SymbolMargin);
+    setMarginWidth(BreakpointMarginIndex, 14);
+    setMarginMarkerMask(BreakpointMarginIndex, 1 << BreakpointMarker);
+    setMarginSensitivity(BreakpointMarginIndex, true);
+    setMarginWidth(FoldMarginIndex, 0);
+    setMarginMarkerMask(FoldMarginIndex, 0);
+
+    markerDefine(Circle, BreakpointMarker);
+    setMarkerBackgroundColor(QColor(0xd0, 0x20, 0x20), BreakpointMarker);
+    setMarkerForegroundColor(QColor(0x90, 0x10, 0x10), BreakpointMarker);
+    SendScintilla(SCI_MARKERDEFINE, SeparatorMarker, SC_MARK_UNDERLINE);
+    SendScintilla(SCI_MARKERSETBACK, SeparatorMarker, QColor(0xb0, 0xb0, 0xb0));
+
+    // Completion lists keep the owner's order and may hold blanks and parentheses.
+    SendScintilla(SCI_AUTOCSETIGNORECASE, 1);
+    SendScintilla(SCI_AUTOCSETORDER, SC_ORDER_CUSTOM);
+
+    setEditorFont(10);
+    updateLineNumberWidth();
+
+    // QScintilla answers every insertion and deletion it is told of with an
+    // accessibility event whose offset it counts from the start of the document: a
+    // pass over the text before the change on every keystroke. The view is therefore
+    // told only of what is about to change, which QScintilla passes on untouched.
+    // (So QsciScintilla::textChanged() and linesChanged() are not emitted; the owner
+    // calls are.)
+    SendScintilla(SCI_SETMODEVENTMASK, SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE);
+    connect(this, &QsciScintillaBase::SCN_MODIFIED, this, &KLTextView::onModified);
+    connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &KLTextView::onUpdateUi);
+    connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &KLTextView::onCharAdded);
+    connect(this, &QsciScintilla::marginClicked, this, &KLTextView::onMarginClicked);
+    connect(this, &QsciScintilla::userListActivated, this, [this](int, const QString& chosen) {
+        const CompletionContext context = completionContext(position());
+        replaceUtf16(documentText(), context.wordStart, position() - context.wordStart, chosen);
+        shownCompletions_.clear();
+    });
+}
+
+// ---------------------------------------------------------------- file
+
+bool KLTextView::load(const QString& path) {
+    QFile file(path);
+    if (path.isEmpty() || QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return false;
+
+    // The file's line-ending style decides how new lines are written.
+    const qsizetype firstLf = bytes.indexOf('\n');
+    if (firstLf > 0 && bytes[firstLf - 1] == '\r')
+        setEolMode(EolWindows);
+    else if (firstLf < 0 && bytes.contains('\r'))
+        setEolMode(EolMac);
+    else
+        setEolMode(EolUnix);
+
+    // The bytes go in as they are (also NUL and bytes that are not UTF-8).
+    SendScintilla(SCI_CLEARALL);
+    SendScintilla(SCI_APPENDTEXT, static_cast<unsigned long>(bytes.size()), bytes.constData());
+    SendScintilla(SCI_MARKERDELETEALL, -1);
+    SendScintilla(SCI_EMPTYUNDOBUFFER);
+    SendScintilla(SCI_SETSAVEPOINT);
+    SendScintilla(SCI_GOTOPOS, 0);
+    path_ = path;
+    scope_ = {};
+    lastMatch_ = {-1, -1};
+    return true;
+}
+
+QByteArray KLTextView::documentBytes() const {
+    const long length = SendScintilla(SCI_GETLENGTH);
+    const auto* data = static_cast<const char*>(SendScintillaPtrResult(SCI_GETCHARACTERPOINTER));
+    return data ? QByteArray(data, length) : QByteArray();
+}
+
+bool KLTextView::usesCrlf() const { return eolMode() == EolWindows; }
+
+bool KLTextView::save(const QString& path) {
+    if (path.isEmpty() || !writeAtomically(path, documentBytes()))
+        return false;
+    SendScintilla(SCI_SETSAVEPOINT);
+    return true;
+}
+
+std::shared_future<bool> KLTextView::saveInBackground(const QString& path) {
+    auto done = std::make_shared<std::promise<bool>>();
+    std::shared_future<bool> result = done->get_future().share();
+    if (path.isEmpty()) {
+        done->set_value(false);
+        return result;
+    }
+    if (!writer_) {
+        writer_ = std::make_unique<QThreadPool>();
+        writer_->setMaxThreadCount(1); // one writer: writes of this view stay in order
+    }
+    const QByteArray bytes = documentBytes();
+    const qint64 changeAtSnapshot = changeCount_;
+    writer_->start([this, path, bytes, done, changeAtSnapshot] {
+        const bool ok = writeAtomically(path, bytes);
+        // The text is unmodified only if nothing changed since the bytes were taken.
+        // Posted before the future is fulfilled, so a waiter that then lets the event
+        // loop run sees the state that belongs to the write.
+        if (ok)
+            QMetaObject::invokeMethod(
+                this,
+                [this, changeAtSnapshot] {
+                    if (changeCount_ == changeAtSnapshot)
+                        SendScintilla(SCI_SETSAVEPOINT);
+                },
+                Qt::QueuedConnection);
+        done->set_value(ok);
+    });
+    return result;
+}
+
+// ---------------------------------------------------------------- positions
+
+bool KLTextView::startsWithByteOrderMark() const {
+    return SendScintilla(SCI_GETLENGTH) >= 3 && (SendScintilla(SCI_GETCHARAT, 0) & 0xff) == 0xef &&
+           (SendScintilla(SCI_GETCHARAT, 1) & 0xff) == 0xbb && (SendScintilla(SCI_GETCHARAT, 2) & 0xff) == 0xbf;
+}
+
+qint64 KLTextView::utf16FromBytes(qint64 bytePosition) const {
+    const long length = SendScintilla(SCI_GETLENGTH);
+    const long pos = long(qBound<qint64>(0, bytePosition, qint64(length)));
+    const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, pos);
+    const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
+    const qint64 units = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) +
+                         SendScintilla(SCI_COUNTCODEUNITS, lineStart, pos);
+    // A byte order mark is not part of the text the rest of the system reads (UTF-8
+    // decoding drops it), so it takes up no position.
+    if (pos > 0 && startsWithByteOrderMark())
+        return units - 1;
+    return units;
+}
+
+qint64 KLTextView::bytesFromUtf16(qint64 utf16Position) const {
+    const qint64 units = utf16Position + (startsWithByteOrderMark() ? 1 : 0);
+    if (units <= 0)
+        return 0;
+    const long length = SendScintilla(SCI_GETLENGTH);
+    const long lastLine = SendScintilla(SCI_LINEFROMPOSITION, length);
+    const qint64 total = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lastLine, SC_LINECHARACTERINDEX_UTF16) +
+                         SendScintilla(SCI_COUNTCODEUNITS, SendScintilla(SCI_POSITIONFROMLINE, lastLine), length);
+    if (units >= total)
+        return length;
+    const long lineNo = SendScintilla(SCI_LINEFROMINDEXPOSITION, long(units), SC_LINECHARACTERINDEX_UTF16);
+    const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
+    const long lineIndex = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16);
+    return SendScintilla(SCI_POSITIONRELATIVECODEUNITS, lineStart, long(units - lineIndex));
+}
+
+qint64 KLTextView::line() const {
+    return SendScintilla(SCI_LINEFROMPOSITION, SendScintilla(SCI_GETCURRENTPOS)) + 1;
+}
+
+qint64 KLTextView::position() const { return utf16FromBytes(SendScintilla(SCI_GETCURRENTPOS)); }
+
+qint64 KLTextView::selectionStartUtf16() const { return utf16FromBytes(SendScintilla(SCI_GETSELECTIONSTART)); }
+
+qint64 KLTextView::selectionEndUtf16() const { return utf16FromBytes(SendScintilla(SCI_GETSELECTIONEND)); }
+
+void KLTextView::selectUtf16(qint64 start, qint64 end) {
+    SendScintilla(SCI_SETSEL, bytesFromUtf16(start), bytesFromUtf16(end));
+}
+
+QString KLTextView::documentText() const { return QString::fromUtf8(documentBytes()); }
+
+void KLTextView::gotoLine(qint64 lineNumber) {
+    const qint64 count = SendScintilla(SCI_GETLINECOUNT);
+    const long target = long(qBound<qint64>(1, lineNumber, count) - 1);
+    SendScintilla(SCI_GOTOPOS, SendScintilla(SCI_POSITIONFROMLINE, target));
+    SendScintilla(SCI_ENSUREVISIBLEENFORCEPOLICY, target);
+}
+
+// ---------------------------------------------------------------- colouring and layout
+
+void KLTextView::setKeywords(const QStringList& words) {
+    lexer_->setKeywords(words);
+    restyleStaleVisibleLines();
+}
+
+void KLTextView::setTypes(const QStringList& words) {
+    lexer_->setTypes(words);
+    restyleStaleVisibleLines();
+}
+
+void KLTextView::setCommands(const QStringList& words) {
+    lexer_->setCommands(words);
+    restyleStaleVisibleLines();
+}
+
+void KLTextView::performSyntaxHighlighting() {
+    // Lines keep their colours while the word lists stay the same (every edit has
+    // Scintilla re-colour from the changed line on), so only lines coloured with older
+    // lists need work, and only those in view now; the rest follow as they appear.
+    restyleStaleVisibleLines();
+    viewport()->update();
+}
+
+void KLTextView::restyleStaleVisibleLines() {
+    // Lines at or after Scintilla's end of styling are coloured by Scintilla's own
+    // request when drawn; the ones before it that are in view and carry an older
+    // generation are coloured here.
+    const long endStyled = SendScintilla(SCI_GETENDSTYLED);
+    const long endStyledLine = SendScintilla(SCI_LINEFROMPOSITION, endStyled);
+    const long first = SendScintilla(SCI_DOCLINEFROMVISIBLE, SendScintilla(SCI_GETFIRSTVISIBLELINE));
+    const long last = qMin(first + SendScintilla(SCI_LINESONSCREEN) + 1, endStyledLine - 1);
+    const int generation = lexer_->generation();
+    bool restyled = false;
+    long lineNo = first;
+    while (lineNo <= last) {
+        if (SendScintilla(SCI_GETLINESTATE, lineNo) == generation) {
+            ++lineNo;
+            continue;
+        }
+        long runEnd = lineNo;
+        while (runEnd + 1 <= last && SendScintilla(SCI_GETLINESTATE, runEnd + 1) != generation)
+            ++runEnd;
+        lexer_->styleText(int(SendScintilla(SCI_POSITIONFROMLINE, lineNo)),
+                          int(SendScintilla(SCI_GETLINEENDPOSITION, runEnd)));
+        restyled = true;
+        lineNo = runEnd + 1;
+    }
+    if (restyled)
+        viewport()->update();
+}
+
+void KLTextView::setLineSeparators(const QList<qint64>& positions) {
+    SendScintilla(SCI_MARKERDELETEALL, SeparatorMarker);
+    const long length = SendScintilla(SCI_GETLENGTH);
+    const qint64 utf16Length = utf16FromBytes(length);
+    for (qint64 p : positions) {
+        if (p < 0 || p >= utf16Length)
+            continue;
+        // p is the line break that ends the line above the declaration: that line
+        // gets the rule drawn under it.
+        const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, long(bytesFromUtf16(p)));
+        SendScintilla(SCI_MARKERADD, lineNo, SeparatorMarker);
+    }
+}
+
+QList<qint64> KLTextView::separatorLines() const {
+    QList<qint64> lines;
+    long lineNo = SendScintilla(SCI_MARKERNEXT, 0, 1 << SeparatorMarker);
+    while (lineNo >= 0) {
+        lines << lineNo;
+        lineNo = SendScintilla(SCI_MARKERNEXT, lineNo + 1, 1 << SeparatorMarker);
+    }
+    return lines;
+}
+
+void KLTextView::turnOffWrapping() { setWrapMode(WrapNone); }
+
+void KLTextView::turnOnAutoIndent() { setAutoIndent(true); }
+
+QFont KLTextView::editorFont(int points) {
+    const int size = qMax(1, points);
+    if (QFontDatabase::families().contains(QStringLiteral("Monaco")))
+        return QFont(QStringLiteral("Monaco"), size);
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPointSize(size);
+    return font;
+}
+
+void KLTextView::setEditorFont(int points) {
+    const QFont font = editorFont(points);
+    lexer_->setEditorFont(font);
+    setMarginsFont(font);
+    lineNumberDigits_ = 0; // the digits' width changed with the font
+    updateLineNumberWidth();
+}
+
+void KLTextView::updateLineNumberWidth() {
+    int digits = 1;
+    for (long n = SendScintilla(SCI_GETLINECOUNT); n >= 10; n /= 10)
+        ++digits;
+    if (digits == lineNumberDigits_)
+        return;
+    lineNumberDigits_ = digits;
+    setMarginWidth(LineNumberMarginIndex, QString(digits + 1, QLatin1Char('9')));
+}
+
+// ---------------------------------------------------------------- breakpoints
+
+void KLTextView::toggleBreakpoint() {
+    const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, SendScintilla(SCI_GETCURRENTPOS));
+    if (SendScintilla(SCI_MARKERGET, lineNo) & (1 << BreakpointMarker))
+        SendScintilla(SCI_MARKERDELETE, lineNo, BreakpointMarker);
+    else
+        SendScintilla(SCI_MARKERADD, lineNo, BreakpointMarker);
+}
+
+QList<qint64> KLTextView::breakpointLines() const {
+    QList<qint64> lines;
+    long lineNo = SendScintilla(SCI_MARKERNEXT, 0, 1 << BreakpointMarker);
+    while (lineNo >= 0) {
+        lines << lineNo + 1;
+        lineNo = SendScintilla(SCI_MARKERNEXT, lineNo + 1, 1 << BreakpointMarker);
+    }
+    return lines;
+}
+
+void KLTextView::onMarginClicked(int margin, int lineNo, Qt::KeyboardModifiers) {
+    if (margin != BreakpointMarginIndex)
+        return;
+    if (SendScintilla(SCI_MARKERGET, lineNo) & (1 << BreakpointMarker))
+        SendScintilla(SCI_MARKERDELETE, lineNo, BreakpointMarker);
+    else
+        SendScintilla(SCI_MARKERADD, lineNo, BreakpointMarker);
+}
+
+// ---------------------------------------------------------------- owner calls
+
+bool KLTextView::ownerHas(const char* method) const {
+    if (!owner_)
+        return false;
+    const QMetaObject* meta = owner_->metaObject();
+    for (int i = 0; i < meta->methodCount(); ++i) {
+        if (meta->method(i).name() == method)
+            return true;
+    }
+    return false;
+}
+
+void KLTextView::notifyOwner(const char* method) {
+    if (ownerHas(method))
+        QMetaObject::invokeMethod(owner_, method, Qt::DirectConnection, Q_ARG(QObject*, this));
+}
+
+void KLTextView::onModified(int position, int modificationType, const char*, int length, int, int, int,
+                            int, int, int) {
+    // Only notifications of what is about to change arrive (see configure()).
+    if (!(modificationType & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)))
+        return;
+    // An insertion announced earlier is complete now, and still where it was put.
+    reportPendingInsertion();
+    ++changeCount_;
+    if (ownerHas(KLTextViewOwnerCalls::ShouldChangeText)) {
+        if (modificationType & SC_MOD_BEFOREDELETE) {
+            const qint64 location = utf16FromBytes(position);
+            askOwnerShouldChange(location, utf16FromBytes(position + length) - location, QString());
+        } else {
+            // The text to be inserted is not handed over here; it is read once it is in,
+            // before the next change or at the end of this turn of the event loop.
+            pendingInsertAt_ = position;
+            pendingInsertLength_ = length;
+        }
+    }
+    notifyOwner(KLTextViewOwnerCalls::TextDidChange);
+    if (!afterChangeQueued_) {
+        afterChangeQueued_ = true;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                afterChangeQueued_ = false;
+                reportPendingInsertion();
+                updateLineNumberWidth(); // the margin follows the line count
+            },
+            Qt::QueuedConnection);
+    }
+}
+
+void KLTextView::reportPendingInsertion() {
+    if (pendingInsertLength_ <= 0)
+        return;
+    const long start = pendingInsertAt_;
+    const long end = qMin(start + pendingInsertLength_, long(SendScintilla(SCI_GETLENGTH)));
+    pendingInsertLength_ = 0;
+    if (!ownerHas(KLTextViewOwnerCalls::ShouldChangeText) || end <= start)
+        return;
+    QByteArray bytes(end - start + 1, '\0');
+    SendScintilla(SCI_GETTEXTRANGE, start, end, bytes.data());
+    bytes.chop(1);
+    askOwnerShouldChange(utf16FromBytes(start), 0, QString::fromUtf8(bytes));
+}
+
+void KLTextView::askOwnerShouldChange(qint64 location, qint64 removed, const QString& inserted) {
+    bool allowed = true;
+    QMetaObject::invokeMethod(owner_, KLTextViewOwnerCalls::ShouldChangeText, Qt::DirectConnection,
+                              Q_RETURN_ARG(bool, allowed), Q_ARG(QObject*, this), Q_ARG(qint64, location),
+                              Q_ARG(qint64, removed), Q_ARG(QString, inserted));
+}
+
+void KLTextView::onUpdateUi(int updated) {
+    if (updated & SC_UPDATE_SELECTION)
+        notifyOwner(KLTextViewOwnerCalls::DidChangeSelection);
+    if (updated & (SC_UPDATE_V_SCROLL | SC_UPDATE_CONTENT))
+        restyleStaleVisibleLines();
+}
+
+void KLTextView::_ShouldChangeText(const QVariantList&) {
+    // The view keeps its colouring, markers and positions up to date itself as the
+    // text changes; an owner handing a change back after the event needs nothing more.
+}

@@ -1,0 +1,253 @@
+#pragma once
+// KLTextView: the runtime's source-editor view, a QScintilla editor for one Kelvaro
+// source file. It colours the text (KelvaroLexer), draws separator rules in front of
+// method declarations, breakpoint marks and line numbers in margins, indents new lines
+// like the previous one, never wraps, and has its own find engine.
+//
+// Positions and lines. Scintilla works in UTF-8 byte positions; everything this view
+// reports or accepts is a 0-based UTF-16 offset (the runtime's string positions, the
+// scanner's positions) or a 1-based line, converted through Scintilla's UTF-16 line
+// index, so both agree with the scanner also for text with non-ASCII characters.
+//
+// Bytes. The document holds the file's bytes as they are: line endings (LF or CRLF)
+// stay as they were and new lines use the file's style; bytes that are not valid UTF-8
+// are kept byte for byte (shown as marked bytes) and written back unchanged by a save,
+// as long as the user does not edit them.
+//
+// Owner callbacks. The owner given at construction receives the view's notifications
+// by name through Qt's meta-object system; an owner without an invokable of that name
+// is simply not called. The names and signatures are in KLTextViewOwnerCalls below.
+
+#include <QList>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QVariantList>
+#include <Qsci/qsciscintilla.h>
+
+#include <future>
+#include <memory>
+
+class KelvaroLexer;
+class QPrinter;
+class QThreadPool;
+
+// What the view calls on its owner (all on the main thread):
+//   void KLVR_TextDidChange(QObject* view)                 as each change of the text is made
+//                                                          (the text may not hold it yet)
+//   void KLVR_TextViewDidChangeSelection(QObject* view)    after the cursor or selection moved
+//   QStringList KLVR_TextView_GetCompletion(QObject* view, QString expression)
+//       candidates for the expression before the word being completed; the expression
+//       is KLTextView::NoContextMarker when there is none
+//   QString KLVR_TextView_GetCompletion2(QObject* view, QString word)
+//       the completion text of one whole word ("" for none); shown as a tip on "("
+//   bool textView_shouldChangeTextInRange(QObject* view, qint64 location, qint64 length,
+//       QString replacement)          for each change, in UTF-16: a deletion before it
+//                                     happens, an insertion once it is in (before the
+//                                     next change, at the latest at the end of the
+//                                     event-loop turn); the answer is not used
+// The view's own textChanged() and linesChanged() signals are not emitted (see
+// KLTextView::configure).
+namespace KLTextViewOwnerCalls {
+inline constexpr const char* TextDidChange = "KLVR_TextDidChange";
+inline constexpr const char* DidChangeSelection = "KLVR_TextViewDidChangeSelection";
+inline constexpr const char* GetCompletion = "KLVR_TextView_GetCompletion";
+inline constexpr const char* GetCompletion2 = "KLVR_TextView_GetCompletion2";
+inline constexpr const char* ShouldChangeText = "textView_shouldChangeTextInRange";
+} // namespace KLTextViewOwnerCalls
+
+class KLTextView : public QsciScintilla {
+    Q_OBJECT
+public:
+    // The expression passed to the owner when nothing stands before the word.
+    static const QString NoContextMarker;
+    // The comment mark that COMMENT puts in front of a line.
+    static constexpr char CommentMark = '\'';
+
+    explicit KLTextView(QObject* owner = nullptr, const QString& name = QString(),
+                        QWidget* parent = nullptr);
+    ~KLTextView() override;
+
+    QObject* owner() const { return owner_; }
+    QString name() const { return name_; }
+
+    // ---- file ----
+    // Loads the file's bytes and remembers the path; false (text unchanged) when the
+    // file is missing or unreadable. The undo history starts empty and the text is
+    // unmodified.
+    bool load(const QString& path);
+    // Writes the text atomically; false when it could not be written, keeping the
+    // text and its modified state. The caller tells the user.
+    bool save(const QString& path);
+    // The same write on the view's own writer thread: the bytes are taken now, the
+    // write happens off the interface thread, writes of one view happen in order. The
+    // future says whether it succeeded (wait for it off the interface thread only).
+    std::shared_future<bool> saveInBackground(const QString& path);
+    QString fileName() const { return path_; }
+    // True when the file used CRLF line endings (new lines are then written so too).
+    bool usesCrlf() const;
+    // The document's bytes exactly as a save writes them.
+    QByteArray documentBytes() const;
+
+    // ---- positions ----
+    qint64 line() const;     // 1-based line of the insertion point
+    qint64 position() const; // 0-based UTF-16 offset of the insertion point
+    void gotoLine(qint64 line);
+    qint64 utf16FromBytes(qint64 bytePosition) const;
+    qint64 bytesFromUtf16(qint64 utf16Position) const;
+    bool startsWithByteOrderMark() const;
+    // Selection as UTF-16 offsets (start <= end).
+    qint64 selectionStartUtf16() const;
+    qint64 selectionEndUtf16() const;
+    void selectUtf16(qint64 start, qint64 end);
+    // The whole text as UTF-16.
+    QString documentText() const;
+
+    // ---- colouring and layout ----
+    void setKeywords(const QStringList& words);
+    void setTypes(const QStringList& words);
+    void setCommands(const QStringList& words);
+    // Separator rules above the lines whose preceding line break is at one of these
+    // 0-based UTF-16 positions (positions outside the text are ignored).
+    void setLineSeparators(const QList<qint64>& positions);
+    // 0-based lines that carry a separator rule (the rule is drawn under them).
+    QList<qint64> separatorLines() const;
+    // Re-colours the text after the word lists changed: visible lines at once, other
+    // lines when they come into view (cheap also for very large files).
+    void performSyntaxHighlighting();
+    void turnOffWrapping();
+    void turnOnAutoIndent();
+    // "Monaco" at `points` when installed, else the desktop's fixed-width font.
+    void setEditorFont(int points);
+    static QFont editorFont(int points);
+    KelvaroLexer* lexer() const { return lexer_; }
+
+    // ---- edit commands (on the lines of the selection, one undo step each) ----
+    void commentLines();
+    void uncommentLines();
+    void shiftLeftLines();
+    void shiftRightLines();
+    void lowerCaseSelection();
+    void upperCaseSelection();
+    void autoFormat();
+    void toggleBreakpoint();
+    QList<qint64> breakpointLines() const; // 1-based
+
+    // ---- find ----
+    void findSetOptionIgnoreCase(bool on) { findIgnoreCase_ = on; }
+    void findSetOptionSelectedTextOnly(bool on) { findSelectedOnly_ = on; }
+    bool findNext(const QString& text);
+    bool findPrevious(const QString& text);
+    bool findReplace(const QString& replacement);
+    bool findReplaceFind(const QString& find, const QString& replacement);
+    qint64 findReplaceAll(const QString& find, const QString& replacement);
+
+    // ---- printing ----
+    // The heading printed above the text.
+    static QString printHeading(const QString& projectName, const QString& className);
+    bool printTo(QPrinter& printer, const QString& projectName, const QString& className);
+    bool printShowingPrintPanel(const QString& projectName, const QString& className, bool showPanel);
+
+    // ---- completion ----
+    // Asks the owner for candidates for the word before the cursor and shows them.
+    void showCompletion();
+    // The expression before the word that ends at `utf16Position`, and that word.
+    struct CompletionContext {
+        QString expression; // NoContextMarker when there is none
+        QString partialWord;
+        qint64 wordStart = 0; // UTF-16
+    };
+    CompletionContext completionContext(qint64 utf16Position) const;
+    // Candidates of `all` that begin with `partialWord`, ignoring case, in their order.
+    static QStringList filterCandidates(const QStringList& all, const QString& partialWord);
+    // The list last shown (empty when none).
+    QStringList shownCompletions() const { return shownCompletions_; }
+
+    // Handed back by an owner that schedules it after a change: [location, replacement].
+    Q_INVOKABLE void _ShouldChangeText(const QVariantList& change);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void configure();
+    void onModified(int position, int modificationType, const char* text, int length, int linesAdded,
+                    int line, int foldNow, int foldPrev, int token, int annotationLinesAdded);
+    void reportPendingInsertion();
+    void askOwnerShouldChange(qint64 location, qint64 removed, const QString& inserted);
+    void onUpdateUi(int updated);
+    void onMarginClicked(int margin, int line, Qt::KeyboardModifiers modifiers);
+    void onCharAdded(int character);
+    void updateLineNumberWidth();
+    void restyleStaleVisibleLines();
+    bool ownerHas(const char* method) const;
+    void notifyOwner(const char* method);
+    // The selected lines as [first, last] (0-based); a selection ending at the start of
+    // a line leaves that line out.
+    std::pair<qint64, qint64> selectedLines() const;
+    // Applies a line command to the selected lines and selects them.
+    void transformSelectedLines(QStringList (*transform)(const QStringList&));
+    void changeCase(bool upper);
+    void replaceLines(qint64 first, const QStringList& before, const QStringList& after);
+    QString lineText(qint64 line) const; // without its line break
+    // The find scope (UTF-16): the whole text, or with selected-text-only the range
+    // that was selected when the search began.
+    struct Utf16Range {
+        qint64 start = 0;
+        qint64 end = -1;
+    };
+    Utf16Range findScope(const QString& text);
+    void selectMatch(qint64 start, qint64 length);
+    void replaceUtf16(const QString& text, qint64 start, qint64 length, const QString& replacement);
+
+    QPointer<QObject> owner_;
+    QString name_;
+    QString path_;
+    KelvaroLexer* lexer_ = nullptr;
+    int lineNumberDigits_ = 0;
+    bool findIgnoreCase_ = false;
+    bool findSelectedOnly_ = false;
+    // With selected-text-only: the scope found at the start of a search, kept while the
+    // selection is the match the view selected last.
+    Utf16Range scope_;
+    Utf16Range lastMatch_{-1, -1};
+    QStringList shownCompletions_;
+    qint64 changeCount_ = 0; // advances with every change of the text
+    long pendingInsertAt_ = 0;     // an insertion not yet reported to the owner
+    long pendingInsertLength_ = 0; // (bytes; 0: none)
+    bool afterChangeQueued_ = false;
+    std::unique_ptr<QThreadPool> writer_;
+};
+
+// The runtime's operations on the view.
+KLTextView* KLVR_KLTEXTVIEW_INIT(QObject* owner, const QString& name);
+bool KLVR_KLTEXTVIEW_LOAD(KLTextView* view, const QString& path);
+bool KLVR_KLTEXTVIEW_SAVE(KLTextView* view, const QString& path);
+QString KLVR_KLTEXTVIEW_FILENAME(KLTextView* view);
+qint64 KLVR_KLTEXTVIEW_LINE(KLTextView* view);
+qint64 KLVR_KLTEXTVIEW_POSITION(KLTextView* view);
+void KLVR_KLTEXTVIEW_GOTOLINE(KLTextView* view, qint64 line);
+void KLVR_KLTEXTVIEW_KEYWORDS(KLTextView* view, const QStringList& words);
+void KLVR_KLTEXTVIEW_TYPES(KLTextView* view, const QStringList& words);
+void KLVR_KLTEXTVIEW_COMMANDS(KLTextView* view, const QStringList& words);
+void KLVR_KLTEXTVIEW_LINESEPARATORS(KLTextView* view, const QList<qint64>& positions);
+void KLVR_KLTEXTVIEW_PERFORMSYNTAXHIGHLIGHTING(KLTextView* view);
+void KLVR_KLTEXTVIEW_TURNOFFWRAPPING(KLTextView* view);
+void KLVR_KLTEXTVIEW_TURNONAUTOINDENT(KLTextView* view);
+void KLVR_KLTEXTVIEW_COMMENT(KLTextView* view);
+void KLVR_KLTEXTVIEW_UNCOMMENT(KLTextView* view);
+void KLVR_KLTEXTVIEW_SHIFTLEFT(KLTextView* view);
+void KLVR_KLTEXTVIEW_SHIFTRIGHT(KLTextView* view);
+void KLVR_KLTEXTVIEW_LOWERCASE(KLTextView* view);
+void KLVR_KLTEXTVIEW_UPPERCASE(KLTextView* view);
+void KLVR_KLTEXTVIEW_AUTOFORMAT(KLTextView* view);
+void KLVR_KLTEXTVIEW_TOGGLEBREAKPOINT(KLTextView* view);
+void KLVR_KLTEXTVIEW_FINDSETOPTIONIGNORECASE(KLTextView* view, bool on);
+void KLVR_KLTEXTVIEW_FINDSETOPTIONSELECTEDTEXTONLY(KLTextView* view, bool on);
+bool KLVR_KLTEXTVIEW_FINDNEXT(KLTextView* view, const QString& text);
+bool KLVR_KLTEXTVIEW_FINDPREVIOUS(KLTextView* view, const QString& text);
+bool KLVR_KLTEXTVIEW_FINDREPLACE(KLTextView* view, const QString& replacement);
+bool KLVR_KLTEXTVIEW_FINDREPLACEFIND(KLTextView* view, const QString& find, const QString& replacement);
+qint64 KLVR_KLTEXTVIEW_FINDREPLACEALL(KLTextView* view, const QString& find, const QString& replacement);
+bool KLVR_KLTEXTVIEW_PRINTSHOWINGPRINTPANEL(KLTextView* view, const QString& projectName,
+                                            const QString& className, bool showPanel);

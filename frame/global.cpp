@@ -1,0 +1,106 @@
+// Construction of the application controller and its main interface (menus and the
+// welcome window): what the main interface description holds.
+#include "frame/global.h"
+
+#include "editor/code.h"
+#include "insight/parser.h"
+#include "frame/mainwindow.h"
+#include "frame/welcome_window.h"
+
+#include <QComboBox>
+#include <QPushButton>
+
+Global::Global() { Init(); }
+
+Global::~Global() {
+    klvr_frame::forget<Global>(this);
+    delete go;
+    if (mymainwindow) {
+        if (menuBar_ && menuBar_->parent() == mymainwindow)
+            menuBar_ = nullptr; // the window owns it now
+        delete mymainwindow; // takes the code pane with it
+        mymainwindow = nullptr;
+        mycode = nullptr;
+    }
+    delete mycode;
+    delete menuBar_;
+    delete Welcome;
+    delete pubProject;
+    delete pubEvent;
+    delete bSwitchObjC;
+    delete bSwitchDebug;
+}
+
+void Global::Init() {
+    CurrentFontSize = 10;
+    tTextDidChange = KLVR_NSTIMER_INIT(this, QStringLiteral("tTextDidChange"));
+    bLockTextDidChange = false;
+    aRecentProjects.clear();
+    go = nullptr;
+    bIBDelayedShow = false;
+    myparser = parser::sharedparser();
+    pubProject = new QComboBox();
+    pubProject->setObjectName(QStringLiteral("pubProject"));
+    pubEvent = new QComboBox();
+    pubEvent->setObjectName(QStringLiteral("pubEvent"));
+    bSwitchObjC = new QPushButton();
+    bSwitchObjC->setObjectName(QStringLiteral("bSwitchObjC"));
+    bSwitchDebug = new QPushButton();
+    bSwitchDebug->setObjectName(QStringLiteral("bSwitchDebug"));
+    bIgnoreStdErr = false;
+    bCompilerError = false;
+    bIsLaunchingApp = false;
+    bMakeOnly = false;
+    bMake2Only = false;
+    bBlockLastPosition = false;
+    sLastPositionFile.clear();
+    nLastPositionLine = 0;
+    sLastErrorText.clear();
+    sLastErrorFile.clear();
+    nLastErrorLine = 0;
+    thBuild = KLVR_NSTHREAD_INIT(this, QStringLiteral("thBuild"));
+    bAndRun = false;
+    projectFiles.clear();
+    ProjectPath.clear();
+    codes = Value::dictionary();
+    dClassCompletion = Value::dictionary();
+    dObjectCompletion = Value::dictionary();
+    KelvaroKeywords.clear();
+    KelvaroConsts.clear();
+    dCompletion2function = Value::dictionary();
+    KelvaroCommands.clear();
+    ProjectTypes.clear();
+    KelvaroTypes.clear();
+    tLastPosition = KLVR_NSTIMER_INIT(this, QStringLiteral("tLastPosition"));
+    nLastPositionLine2 = -1;
+    mymainwindow = nullptr;
+    createMainInterface();
+}
+
+void Global::createMainInterface() {
+    mycode = code::sharedcode();
+    mycode->awakeFromNib();
+    mycodeview = mycode->codeView();
+    connect(pubProject, &QComboBox::activated, this, [this](int index) {
+        pubProjectChosen(pubProject->itemText(index));
+    });
+    connect(pubEvent, &QComboBox::activated, this, [this](int index) { pubEventChosen(pubEvent->itemText(index)); });
+
+    auto* welcome = new WelcomeWindow(this);
+    Welcome = welcome;
+    BuildDate = welcome->buildDateLabel();
+
+    menuBar_ = new QMenuBar();
+    QMenu* file = menuBar_->addMenu(QStringLiteral("&File"));
+    mRecentProjects = file->addMenu(QStringLiteral("Open Recent"));
+    mRecentProjects->setObjectName(QStringLiteral("mRecentProjects"));
+    QMenu* help = menuBar_->addMenu(QStringLiteral("&Help"));
+    help->addAction(QStringLiteral("Quick Start"), this, [this] { QuickStart(); });
+    help->addAction(QStringLiteral("User's Guide"), this, [this] { UsersGuide(); });
+    help->addAction(QStringLiteral("Release Notes"), this, [this] { ReleaseNotes(); });
+    help->addAction(QStringLiteral("Language Reference"), this, [this] { LanguageReference(); });
+}
+
+QString Global::supportFolder() { return KLVR_USER_HOMEDIRECTORY() + QStringLiteral("/Library/Kelvaro"); }
+
+QString Global::supportFile(const QString& name) { return supportFolder() + QLatin1Char('/') + name; }

@@ -1,0 +1,181 @@
+#pragma once
+// The application controller: the hub that owns the open project's state, the
+// vocabulary, the one child process and every command. Its operations are defined
+// beside the code they drive: start-up and help in frame/, project opening and
+// documents in project/, vocabulary in insight/, and so on. Everything reaches it
+// through Global::sharedGlobal().
+
+#include "frame/runtime.h"
+
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPointer>
+#include <QWidget>
+
+class code;
+class KLTextView;
+class mainwindow;
+class parser;
+class QComboBox;
+class QPushButton;
+
+class Global : public QObject {
+    Q_OBJECT
+    KLVR_CLASS_FRAME(Global)
+public:
+    Global();
+    ~Global() override;
+
+    // ---- Fields given their initial values by Init, in this order ----
+    qint64 CurrentFontSize = 10;
+    KLTimerRef tTextDidChange;
+    bool bLockTextDidChange = false;
+    QStringList aRecentProjects;
+    KLTask* go = nullptr; // at most one child process
+    bool bIBDelayedShow = false;
+    parser* myparser = nullptr;
+    QPointer<QComboBox> pubProject; // file selector of the toolbar
+    QPointer<QComboBox> pubEvent;   // event selector of the toolbar
+    QPointer<QPushButton> bSwitchObjC;
+    QPointer<QPushButton> bSwitchDebug;
+    bool bIgnoreStdErr = false;
+    bool bCompilerError = false;
+    bool bIsLaunchingApp = false;
+    bool bMakeOnly = false;
+    bool bMake2Only = false;
+    bool bBlockLastPosition = false;
+    QString sLastPositionFile;
+    qint64 nLastPositionLine = 0;
+    QString sLastErrorText;
+    QString sLastErrorFile;
+    qint64 nLastErrorLine = 0;
+    KLThreadRef thBuild;
+    bool bAndRun = false;
+    QStringList projectFiles;
+    QString ProjectPath;
+    Value codes = Value::dictionary(); // file name -> the document's editor view
+    Value dClassCompletion = Value::dictionary();
+    Value dObjectCompletion = Value::dictionary();
+    QStringList KelvaroKeywords;
+    QStringList KelvaroConsts;
+    Value dCompletion2function = Value::dictionary();
+    QStringList KelvaroCommands;
+    QStringList ProjectTypes;
+    QStringList KelvaroTypes;
+    KLTimerRef tLastPosition;
+    qint64 nLastPositionLine2 = -1;
+    mainwindow* mymainwindow = nullptr;
+    code* mycode = nullptr;          // the code pane (owned by the main window)
+    QWidget* mycodeview = nullptr;   // the container the shown editor view sits in
+
+    // ---- Interface-connected objects (the main interface description) ----
+    QPointer<QWidget> Welcome;     // the welcome window
+    QPointer<QLabel> BuildDate;    // shows the executable's date
+    QPointer<QMenu> mRecentProjects; // submenu of the recent projects
+
+    // ---- Start-up (frame/startup.cpp) ----
+    void KLVR_AwakeFromNib();
+    // A folder named on the command line: the start-up opens it instead of the last project.
+    void setProjectFromCommandLine(const QString& folder) { projectFromCommandLine_ = folder; }
+    // True while work that the screenshot should wait for is under way.
+    bool isBusy() const;
+    Q_INVOKABLE void WelcomeClose(const Value& sender = Value());
+    // Where the start-up places the main window on a screen, before zooming it.
+    static QRect mainWindowFrame(const QRect& screen);
+    // Centres the welcome window and shows it.
+    void showWelcome();
+
+    // ---- Help documents (frame/help_actions.cpp) ----
+    Q_INVOKABLE void QuickStart(const Value& sender = Value());
+    Q_INVOKABLE void UsersGuide(const Value& sender = Value());
+    Q_INVOKABLE void ReleaseNotes(const Value& sender = Value());
+    Q_INVOKABLE void LanguageReference(const Value& sender = Value());
+
+    // ---- Vocabulary (insight/vocabulary.cpp) ----
+    void addType(const QString& name);
+    void addKeyword(const QString& word);
+    void addConst(const QString& name);
+    void addFunction(const QString& name, const QString& completionText);
+    void addClass(const QString& name, const Value& memberMap);
+    void addObject(const QString& name, const Value& memberMap);
+    // Reads the six vocabulary lists of the resource folder into the tables.
+    void loadVocabulary(const QString& resourceFolder);
+
+    // ---- Recent projects and opening (project/) ----
+    Q_INVOKABLE void UpdateRecentProjects(const QString& path);
+    Q_INVOKABLE void ProjectOpen(const Value& pathOrSender);
+    Q_INVOKABLE void RecentProjectChosen(const Value& sender);
+    Q_INVOKABLE void OpenProject(const Value& sender = Value());
+    // The opening itself; true when the project was opened.
+    bool ProjectOpen2(const QString& path);
+    bool ProjectIsLoaded() const { return !projectFiles.isEmpty(); }
+    // Shows a text in the status line and lets it be drawn.
+    void ProjectStatusBar(const QString& text);
+
+    // ---- Build and run (build/) ----
+    // Ends a running child process and clears the status line.
+    Q_INVOKABLE void stopRunningTask();
+    Q_INVOKABLE void global_stop();
+    // Output of the child process `go`, delivered on its reading thread.
+    Q_INVOKABLE void go_stdout(const Value& chunk);
+    Q_INVOKABLE void go_stderr(const Value& chunk);
+
+    // ---- Project opening (project/project_open.cpp) ----
+    void makeSureXcodeprojIsThere();
+    void OpenXcodeProject(const QString& folder, bool flag);
+    Q_INVOKABLE void OpenXcodeProjectGUI(const Value& sender = Value());
+    void SetProjectIcon();
+    Q_INVOKABLE void SelectAppIcon(const Value& sender = Value());
+    Q_INVOKABLE void InfoPlist(const Value& sender = Value());
+    Q_INVOKABLE void InfoPlist2(const Value& sender = Value());
+
+    // ---- Documents (project/documents.cpp) ----
+    // Shows a file (a name in the project or a full path) as the current document.
+    Q_INVOKABLE void ProjectOpenCode(const QString& nameOrPath);
+    void ProjectReopenCode(const QString& name);
+    void ProjectCloseCode(const QString& path);
+    QString ProjectCurrentFilename() const;
+    QString ProjectCurrentLine() const;
+    KLTextView* mytextview() const;
+    Q_INVOKABLE void performUserSave(const Value& sender = Value());
+    // The view of a document in `codes`, or nullptr.
+    KLTextView* documentView(const QString& path) const;
+    // Moves the current document's cursor to a 1-based line.
+    void ProjectCurrentCodeGotoLine(qint64 line);
+
+    // ---- File and event selectors (project/file_selector.cpp) ----
+    void UpdateToolbarSelector(const QString& path);
+    void pubProjectChosen(const QString& title);
+    void pubEventChosen(const QString& title);
+
+    // ---- Source file naming (project/naming.cpp) ----
+    static QString filebasename(const QString& name);
+    static QString getClassName(const QString& path);
+    static QString getSuperClassName(const QString& nameOrPath);
+
+    // ---- Editor view notifications (insight/text_change.cpp) ----
+    Q_INVOKABLE void KLVR_TextDidChange(QObject* view);
+    Q_INVOKABLE void KLVR_TextViewDidChangeSelection(QObject* view);
+    // The one-second pause after typing: re-colour, save, and schedule the re-scan.
+    Q_INVOKABLE void tTextDidChangeFired();
+    // Every open editor view's type list becomes the built-in types and the project's classes.
+    void RefreshCompletionAsList();
+
+    // ---- Position line (search/position.cpp) ----
+    void UpdateLine(KLTextView* view);
+    Q_INVOKABLE void dotLastPosition();
+    Q_INVOKABLE void global_back();
+
+    // The support folder "/Library/Kelvaro" under the home folder, and a file in it.
+    static QString supportFolder();
+    static QString supportFile(const QString& name);
+
+private:
+    void Init();
+    void createMainInterface();
+    QPointer<QMenuBar> menuBar_;
+    QString projectFromCommandLine_;
+};
+
+KLVR_DEFINE_CLASS_HELPERS(Global, GLOBAL)

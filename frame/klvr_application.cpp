@@ -1,0 +1,68 @@
+#include "frame/klvr_application.h"
+
+#include "frame/failure_report.h"
+#include "frame/global.h"
+#include "frame/panels.h"
+#include "frame/screenshot.h"
+#include "frame/startup_options.h"
+#include "frame/value.h"
+
+#include <cstdio>
+#include <syslog.h>
+
+KLVR_Application::KLVR_Application(int& argc, char** argv) : QApplication(argc, argv) {
+    qRegisterMetaType<Value>("Value");
+    setApplicationName(QStringLiteral("Kelvaro"));
+    setOrganizationName(QStringLiteral("Kelvaro"));
+}
+
+KLVR_Application::~KLVR_Application() = default;
+
+bool KLVR_Application::notify(QObject* receiver, QEvent* event) {
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const KLException& failure) {
+        reportException(failure);
+    } catch (const std::exception& failure) {
+        reportException(KLException(QStringLiteral("NSGenericException"), QString::fromLocal8Bit(failure.what())));
+    }
+    return false;
+}
+
+void KLVR_Application::reportException(const KLException& failure) {
+    FailureReport report = buildFailureReport(failure);
+    syslog(LOG_ERR, "%s", report.logEntry.toUtf8().constData());
+    panels().messageBox(report.title, report.text);
+}
+
+namespace {
+// An unattended run (the screenshot) must never wait for a person: messages go to
+// standard error, questions are cancelled.
+class UnattendedPanels : public PanelService {
+public:
+    void messageBox(const QString& title, const QString& text) override {
+        std::fprintf(stderr, "kelvaro: %s\n%s\n", title.toLocal8Bit().constData(), text.toLocal8Bit().constData());
+    }
+    std::optional<QString> inputPanel(const QString&, const QString&, const QString&) override {
+        return std::nullopt;
+    }
+    QStringList openPanel(const OpenPanelRequest&) override { return {}; }
+};
+} // namespace
+
+int KLVR_Application::runIde(const StartupOptions& options) {
+    if (!options.screenshotFile.isEmpty())
+        installPanelService(std::make_shared<UnattendedPanels>());
+    // Loading the main interface creates the application controller and sends it
+    // awakeFromNib, which runs the whole start-up.
+    Global* global = Global::sharedGlobal();
+    try {
+        global->setProjectFromCommandLine(options.projectFolder);
+        global->awakeFromNib();
+    } catch (const KLException& failure) {
+        reportException(failure);
+    }
+    if (!options.screenshotFile.isEmpty())
+        return writeScreenshotWhenIdle(global, options.screenshotFile);
+    return exec();
+}

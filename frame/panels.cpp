@@ -1,0 +1,96 @@
+#include "frame/panels.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QMutex>
+
+namespace {
+
+// The application's panels: Qt's standard dialogs.
+class QtPanels : public PanelService {
+public:
+    void messageBox(const QString& title, const QString& text) override {
+        QMessageBox box(QApplication::activeWindow());
+        box.setWindowTitle(QStringLiteral("Kelvaro"));
+        box.setText(title);
+        box.setInformativeText(text);
+        box.setStandardButtons(QMessageBox::Ok);
+        box.exec();
+    }
+    std::optional<QString> inputPanel(const QString& title, const QString& message,
+                                      const QString& defaultText) override {
+        bool ok = false;
+        QString text = QInputDialog::getText(QApplication::activeWindow(), title, message, QLineEdit::Normal,
+                                             defaultText, &ok);
+        if (!ok)
+            return std::nullopt;
+        return text;
+    }
+    QStringList openPanel(const OpenPanelRequest& request) override {
+        QFileDialog dialog(QApplication::activeWindow(), QString(), request.directory);
+        if (request.canChooseDirectories && !request.canChooseFiles) {
+            dialog.setFileMode(QFileDialog::Directory);
+            dialog.setOption(QFileDialog::ShowDirsOnly);
+        } else {
+            dialog.setFileMode(request.allowsMultipleSelection ? QFileDialog::ExistingFiles
+                                                               : QFileDialog::ExistingFile);
+        }
+        if (!request.types.isEmpty()) {
+            QStringList patterns;
+            for (const QString& t : request.types)
+                patterns << QStringLiteral("*.") + t;
+            dialog.setNameFilter(patterns.join(QLatin1Char(' ')));
+        }
+        if (dialog.exec() != QDialog::Accepted)
+            return {};
+        return dialog.selectedFiles();
+    }
+};
+
+QMutex serviceMutex;
+std::shared_ptr<PanelService>& current() {
+    static std::shared_ptr<PanelService> service = std::make_shared<QtPanels>();
+    return service;
+}
+
+// The shared open panel's configuration and last result.
+OpenPanelRequest openRequest;
+QStringList openResult;
+
+} // namespace
+
+PanelService& panels() {
+    QMutexLocker guard(&serviceMutex);
+    return *current();
+}
+
+std::shared_ptr<PanelService> installPanelService(std::shared_ptr<PanelService> service) {
+    QMutexLocker guard(&serviceMutex);
+    std::shared_ptr<PanelService> previous = current();
+    current() = std::move(service);
+    return previous;
+}
+
+void KLVR_MSGBOX(const QString& message, const QString& informativeText) {
+    panels().messageBox(message, informativeText);
+}
+
+std::optional<QString> KLVR_INPUTPANEL(const QString& title, const QString& message, const QString& defaultText) {
+    return panels().inputPanel(title, message, defaultText);
+}
+
+void KLVR_NSOPENPANEL_CANCHOOSEFILES(std::nullptr_t, bool on) { openRequest.canChooseFiles = on; }
+void KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(std::nullptr_t, bool on) { openRequest.canChooseDirectories = on; }
+void KLVR_NSOPENPANEL_ALLOWSMULTIPLESELECTION(std::nullptr_t, bool on) { openRequest.allowsMultipleSelection = on; }
+void KLVR_NSOPENPANEL_TYPES(std::nullptr_t, const QStringList& extensions) { openRequest.types = extensions; }
+void KLVR_NSOPENPANEL_DIRECTORY(std::nullptr_t, const QString& folder) { openRequest.directory = folder; }
+
+bool KLVR_NSOPENPANEL_RUN(std::nullptr_t) {
+    openResult = panels().openPanel(openRequest);
+    return !openResult.isEmpty();
+}
+
+QString KLVR_NSOPENPANEL_FILENAME(std::nullptr_t) { return openResult.value(0); }
+QStringList KLVR_NSOPENPANEL_FILENAMES(std::nullptr_t) { return openResult; }

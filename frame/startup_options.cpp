@@ -1,0 +1,49 @@
+#include "frame/startup_options.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <cstdio>
+
+StartupOptions StartupOptions::parse(const QStringList& arguments) {
+    StartupOptions options;
+    for (qsizetype i = 1; i < arguments.size(); ++i) {
+        const QString& a = arguments.at(i);
+        if (a == QLatin1String("--screenshot")) {
+            if (i + 1 >= arguments.size()) {
+                options.error = QStringLiteral("--screenshot needs a file name");
+                return options;
+            }
+            options.screenshotFile = QFileInfo(arguments.at(++i)).absoluteFilePath();
+        } else if (a.startsWith(QLatin1String("-platform")) || a == QLatin1String("-style")) {
+            ++i; // Qt's own options and their values
+        } else if (a.startsWith(QLatin1Char('-'))) {
+            options.error = QStringLiteral("unknown option ") + a;
+            return options;
+        } else if (options.projectFolder.isEmpty()) {
+            options.projectFolder = QDir::cleanPath(QFileInfo(a).absoluteFilePath());
+        } else {
+            options.error = QStringLiteral("only one project folder can be opened");
+            return options;
+        }
+    }
+    return options;
+}
+
+int StartupOptions::printUsage(const QString& error) {
+    std::fprintf(stderr,
+                 "kelvaro: %s\n"
+                 "usage: kelvaro [PROJECT_FOLDER]\n"
+                 "       kelvaro --screenshot FILE.png [PROJECT_FOLDER]\n"
+                 "       kelvaro --scan FILE...\n"
+                 "       kelvaro --tags FOLDER\n",
+                 error.toLocal8Bit().constData());
+    return 2;
+}
+
+void StartupOptions::prepareEnvironment() const {
+    if (screenshotFile.isEmpty())
+        return;
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+}

@@ -1,0 +1,17 @@
+#pragma once
+// The IDE's command line: `kelvaro [--screenshot FILE] [PROJECT_FOLDER]`.
+
+#include <QString>
+#include <QStringList>
+
+struct StartupOptions {
+    QString screenshotFile; // write a PNG of the main window here, then exit
+    QString projectFolder;  // open this project after the start-up
+    QString error;          // a usage error; empty when the line was understood
+
+    static StartupOptions parse(const QStringList& arguments);
+    // Prints the error and the usage to standard error; returns the exit status 2.
+    static int printUsage(const QString& error);
+    // A screenshot needs no display: use the offscreen platform when there is none.
+    void prepareEnvironment() const;
+};

@@ -1,0 +1,65 @@
+// libFuzzer entry for the declaration scanner. Any bytes are decoded as UTF-8 and
+// scanned; the result must keep the lists' own invariants, and for inputs small enough
+// for the slow reference reading it must equal that reading field for field.
+#include "insight/declaration_scanner.h"
+#include "scanner_reference.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+[[noreturn]] void fail(const QString& why) {
+    std::fprintf(stderr, "scanner invariant broken: %s\n", why.toLocal8Bit().constData());
+    std::abort();
+}
+
+void checkList(const DeclarationList& list, const QString& word) {
+    if (list.rows.size() < 2 || list.rows[0].row != DeclarationEntry::Row::Heading ||
+        list.rows[1].row != DeclarationEntry::Row::Separator)
+        fail(word + ": heading or separator missing");
+    if (list.rows[0].title != QString("%1 (%2)").arg(word).arg(list.entryCount()))
+        fail(word + ": heading " + list.rows[0].title + " does not count the entries");
+    for (qsizetype i = 0; i < list.entryCount(); ++i)
+        if (!list.entry(i).isEntry() || list.entry(i).tag != 1)
+            fail(word + ": entry row without tag 1");
+}
+
+void checkInvariants(const QString& text, const DeclarationLists& lists) {
+    const qint64 lineCount = text.count(QLatin1Char('\n')) + 1;
+    qsizetype kindEntries = 0;
+    for (DeclarationKind kind : allDeclarationKinds()) {
+        checkList(lists.list(kind), declarationKindInfo(kind).word);
+        kindEntries += lists.list(kind).entryCount();
+    }
+    checkList(lists.all, "All");
+    if (lists.all.entryCount() != kindEntries)
+        fail("All does not hold every entry");
+    qint64 previous = 0;
+    for (qsizetype i = 0; i < lists.all.entryCount(); ++i) {
+        const qint64 line = lists.all.entry(i).line;
+        if (line <= previous || line < 2 || line > lineCount)
+            fail(QString("line %1 out of order or outside the text").arg(line));
+        previous = line;
+    }
+    if (lists.lineSeparators.size() != lists.lineSeparatorsType.size())
+        fail("scope start lists differ in length");
+    for (qint64 position : lists.lineSeparators)
+        if (position < 0 || position >= text.size() || text[position] != QLatin1Char('\n'))
+            fail("scope start is not a line break");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const QString text = QString::fromUtf8(reinterpret_cast<const char*>(data), qsizetype(size));
+    const DeclarationLists lists = scanDeclarations(text);
+    checkInvariants(text, lists);
+    if (text.size() <= 4096) {
+        const QString difference = firstDifference(referenceScan(text), lists);
+        if (!difference.isEmpty())
+            fail("differs from the reference reading: " + difference);
+    }
+    return 0;
+}

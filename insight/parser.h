@@ -1,0 +1,68 @@
+#pragma once
+// The parser: the one shared holder of every scanned file's declaration lists, keyed by
+// the path given to ParseFile. Scans run on any thread (project opening on the main
+// thread, the code pane's re-scan on a background thread); the stores are guarded by
+// storeMutex and readers get immutable lists, so a reader always holds a whole list,
+// the previous one or the new one.
+
+#include "frame/classframe.h"
+#include "insight/declarations.h"
+
+#include <QHash>
+#include <QMutex>
+#include <QObject>
+#include <QString>
+#include <memory>
+
+class parser : public QObject {
+    Q_OBJECT
+    KLVR_CLASS_FRAME(parser)
+
+public:
+    using List = std::shared_ptr<const DeclarationList>;
+
+    parser();
+    ~parser() override;
+
+    // Scans the file at `path` as stored and replaces its lists. An empty path does
+    // nothing; a path whose scan is under way returns at once; an unreadable file scans
+    // as empty text.
+    Q_INVOKABLE void ParseFile(const QString& path);
+
+    // The stored lists of a file, or nullptr when it was never scanned.
+    List GetAll(const QString& path) const;
+    List GetSub(const QString& path) const;
+    List GetFunction(const QString& path) const;
+    List GetAction(const QString& path) const;
+    List GetDim(const QString& path) const;
+    List GetConst(const QString& path) const;
+    List GetEvent(const QString& path) const;
+    List GetDelegate(const QString& path) const;
+    List GetIBOutlet(const QString& path) const;
+    List GetIBAction(const QString& path) const;
+    List GetList(DeclarationKind kind, const QString& path) const;
+    std::shared_ptr<const QList<qint64>> GetLineSeparators(const QString& path) const;
+    std::shared_ptr<const QStringList> GetLineSeparatorsType(const QString& path) const;
+    std::shared_ptr<const QHash<QString, QString>> GetLocalList(const QString& path) const;
+
+    // Whether a scan of `path` is under way (the "locked" guard holds it).
+    bool isLocked(const QString& path) const;
+
+private:
+    // Enters `path` into the guard; false when it is there already. One step under
+    // storeMutex, so two threads can never both start the same file.
+    bool tryLock(const QString& path);
+    void unlock(const QString& path);
+
+    // The per-file stores and the guard, all guarded by storeMutex. Values are never
+    // changed once stored; a scan replaces them.
+    mutable QMutex storeMutex;
+    QHash<QString, List> aAll;
+    QHash<QString, List> aKinds[declarationKindCount]; // aSub ... aIBAction, in kind order
+    QHash<QString, std::shared_ptr<const QList<qint64>>> aLineSeparators;
+    QHash<QString, std::shared_ptr<const QStringList>> aLineSeparatorsType;
+    QHash<QString, std::shared_ptr<const QHash<QString, QString>>> aLocalList;
+    QHash<QString, QString> lock; // path -> "locked" while its scan runs
+};
+
+KLVR_DEFINE_CLASS_HELPERS(parser, PARSER)

@@ -1,0 +1,123 @@
+// Documents: each source file opened since the project was opened keeps its own
+// editor view in `codes`, so switching back shows its edits, undo history and cursor.
+#include "editor/code.h"
+#include "editor/kltextview.h"
+#include "frame/global.h"
+#include "frame/mainwindow.h"
+
+namespace {
+// The fixed objects: file name and the title the file selector shows for it.
+struct FixedObject {
+    const char* fileName;
+    const char* title;
+};
+const FixedObject kAddedWhenMissing[] = {{"application.NSObject.klvr", "Application"},
+                                         {"document.NSObject.klvr", "Document"},
+                                         {"coredata.NSObject.klvr", "Core Data"},
+                                         {"mysql.NSObject.klvr", "MySQL"}};
+} // namespace
+
+KLTextView* Global::mytextview() const { return mycode ? mycode->currentView() : nullptr; }
+
+KLTextView* Global::documentView(const QString& path) const {
+    return qobject_cast<KLTextView*>(KLVR_NSDICTIONARY_OBJECT(codes, path).object());
+}
+
+void Global::ProjectOpenCode(const QString& nameOrPath) {
+    KLVR_TRACE("ProjectOpenCode");
+    const QString path = KLVR_CONTAINS(nameOrPath, QStringLiteral("/"), true)
+                             ? nameOrPath
+                             : ProjectPath + QLatin1Char('/') + nameOrPath;
+    const QString name = KLVR_FILENAME(path);
+
+    // The fixed objects that may not exist yet are listed before they are loaded.
+    for (const FixedObject& fixed : kAddedWhenMissing)
+        if (name == QLatin1String(fixed.fileName) && !KLVR_NSFILEMANAGER_EXISTSFILE(path) &&
+            !projectFiles.contains(name))
+            projectFiles.append(name);
+
+    // The position being left, for Back.
+    sLastPositionFile = KLVR_FILENAME(ProjectCurrentFilename());
+    nLastPositionLine = KLVR_INTEGER(ProjectCurrentLine());
+    KLVR_NSTIMER_STOP(tLastPosition);
+
+    ProjectStatusBar(QStringLiteral("Opening ") + name);
+    KLTextView* view = documentView(path);
+    if (view) {
+        UpdateLine(view);
+        mycode->SetScrollView(view);
+    } else {
+        view = KLVR_KLTEXTVIEW_INIT(this, QStringLiteral("document"));
+        view->setEditorFont(10);
+        KLVR_KLTEXTVIEW_KEYWORDS(view, KelvaroKeywords);
+        KLVR_KLTEXTVIEW_COMMANDS(view, KelvaroCommands);
+        KLVR_KLTEXTVIEW_TYPES(view, KelvaroTypes + ProjectTypes);
+        bLockTextDidChange = true;
+        if (!KLVR_KLTEXTVIEW_LOAD(view, path)) {
+            delete view;
+            KLVR_MSGBOX(QStringLiteral("Could not load ") + path, QString());
+            bLockTextDidChange = false;
+            ProjectStatusBar(QString());
+            return;
+        }
+        UpdateLine(view);
+        KLVR_NSMUTABLEDICTIONARY_REPLACE(codes, path, Value(view));
+        mycode->SetScrollView(view);
+        view->setCursorPosition(0, 0);
+        bLockTextDidChange = false;
+    }
+    if (mymainwindow)
+        mymainwindow->activateWindow();
+    view->setFocus();
+    ProjectStatusBar(QStringLiteral("Opened ") + name);
+    nLastPositionLine2 = KLVR_KLTEXTVIEW_LINE(view);
+    tLastPosition = KLVR_NSTIMER_INIT(this, QStringLiteral("dotLastPosition"), 5.0);
+}
+
+void Global::ProjectReopenCode(const QString& name) {
+    KLVR_TRACE("ProjectReopenCode");
+    KLTextView* view = documentView(ProjectPath + QLatin1Char('/') + name);
+    if (!view)
+        return;
+    qint64 line = KLVR_KLTEXTVIEW_LINE(view);
+    bLockTextDidChange = true;
+    KLVR_KLTEXTVIEW_LOAD(view, KLVR_KLTEXTVIEW_FILENAME(view));
+    bLockTextDidChange = false;
+    KLVR_KLTEXTVIEW_GOTOLINE(view, line);
+}
+
+void Global::ProjectCloseCode(const QString& path) {
+    KLVR_TRACE("ProjectCloseCode");
+    KLTextView* view = documentView(path);
+    KLVR_NSMUTABLEDICTIONARY_REMOVE(codes, path);
+    if (KLVR_NSDICTIONARY_COUNT(codes) > 0)
+        ProjectOpenCode(KLVR_NSMUTABLEDICTIONARY_KEY(codes, 0).toString());
+    else
+        mycode->SetEmpty();
+    if (view)
+        view->deleteLater();
+}
+
+QString Global::ProjectCurrentFilename() const {
+    KLTextView* view = mytextview();
+    if (!view || KLVR_CLASSNAME(view) != QLatin1String("KLTextView") || view == mycode->dummy)
+        return QString();
+    return KLVR_KLTEXTVIEW_FILENAME(view);
+}
+
+QString Global::ProjectCurrentLine() const {
+    KLTextView* view = mytextview();
+    return view ? QString::number(KLVR_KLTEXTVIEW_LINE(view)) : QStringLiteral("0");
+}
+
+void Global::ProjectCurrentCodeGotoLine(qint64 line) {
+    if (KLTextView* view = mytextview())
+        KLVR_KLTEXTVIEW_GOTOLINE(view, line);
+}
+
+void Global::performUserSave(const Value&) {
+    KLVR_TRACE("performUserSave");
+    if (!ProjectIsLoaded() || !mycode || !mycode->SomeDocumentOpened())
+        return;
+    mycode->Save(KLVR_KLTEXTVIEW_FILENAME(mytextview()));
+}

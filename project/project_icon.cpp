@@ -1,0 +1,53 @@
+// The project's application icon and its information property list.
+#include "frame/global.h"
+#include "frame/mainwindow.h"
+
+#include <QLabel>
+
+void Global::SetProjectIcon() {
+    KLVR_TRACE("SetProjectIcon");
+    const QString icon = ProjectPath + QStringLiteral("/icon.icns");
+    if (!KLVR_NSFILEMANAGER_EXISTSFILE(icon))
+        return;
+    if (mymainwindow && mymainwindow->projectIconView())
+        mymainwindow->projectIconView()->setPixmap(QPixmap(icon));
+    const QString name = KLVR_FILENAME(ProjectPath);
+    const QString builtIcon =
+        ProjectPath + QStringLiteral("/build/Release/") + name + QStringLiteral(".app/Contents/Resources/icon.icns");
+    KLVR_NSFILEMANAGER_DELETE(builtIcon);
+    KLVR_NSFILEMANAGER_COPY(icon, builtIcon);
+}
+
+void Global::SelectAppIcon(const Value&) {
+    KLVR_TRACE("SelectAppIcon");
+    KLVR_NSOPENPANEL_CANCHOOSEFILES(nullptr, true);
+    KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(nullptr, false);
+    KLVR_NSOPENPANEL_ALLOWSMULTIPLESELECTION(nullptr, false);
+    KLVR_NSOPENPANEL_TYPES(nullptr, {QStringLiteral("icns")});
+    if (!KLVR_NSOPENPANEL_RUN(nullptr))
+        return;
+    const QString chosen = KLVR_NSOPENPANEL_FILENAME(nullptr);
+    if (KLVR_LEN(chosen) == 0)
+        return;
+    const QString icon = ProjectPath + QStringLiteral("/icon.icns");
+    KLVR_NSFILEMANAGER_DELETE(icon);
+    KLVR_NSFILEMANAGER_COPY(chosen, icon);
+    SetProjectIcon();
+}
+
+static QString infoPlistPath(const QString& project) {
+    const QString name = KLVR_FILENAME(project);
+    return project + QLatin1Char('/') + name + QLatin1Char('/') + name + QStringLiteral("-Info.plist");
+}
+
+void Global::InfoPlist(const Value&) {
+    KLVR_TRACE("InfoPlist");
+    if (ProjectIsLoaded())
+        KLVR_TEXTEDIT(infoPlistPath(ProjectPath));
+}
+
+void Global::InfoPlist2(const Value&) {
+    KLVR_TRACE("InfoPlist2");
+    if (ProjectIsLoaded())
+        KLVR_LAUNCH(QStringLiteral("Xcode"), infoPlistPath(ProjectPath), true);
+}

@@ -1,0 +1,184 @@
+// The edit commands on the selected lines, breakpoints, and the layout settings.
+#include "editor_test_texts.h"
+
+#include "editor/kelvaro_lexer.h"
+#include "editor/line_commands.h"
+
+#include <QFontDatabase>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using editor_test::setBytes;
+
+TEST(LineCommands, CommentUncommentShift) {
+    const QStringList lines = {"Dim a", "", "  ' note", "\tx = 1"};
+    EXPECT_EQ(line_commands::comment(lines), (QStringList{"'Dim a", "", "'  ' note", "'\tx = 1"}));
+    EXPECT_EQ(line_commands::uncomment(line_commands::comment(lines)), lines) << "uncomment undoes comment";
+    EXPECT_EQ(line_commands::uncomment(lines), (QStringList{"Dim a", "", "   note", "\tx = 1"}));
+    EXPECT_EQ(line_commands::shiftRight(lines), (QStringList{"  Dim a", "", "    ' note", "  \tx = 1"}));
+    EXPECT_EQ(line_commands::shiftLeft(lines), (QStringList{"Dim a", "", "' note", "x = 1"}));
+    EXPECT_EQ(line_commands::shiftLeft({" x", "   y"}), (QStringList{"x", " y"}));
+}
+
+TEST(LineCommands, AutoFormatIndentsByBlocks) {
+    const QStringList in = {
+        "Public Sub Main(a As Integer)",
+        "Dim s As String = \"End Sub\" ' End If",
+        "If a > 1 Then",
+        "For i = 1 To 3",
+        "MsgBox(\"x\")   ",
+        "Next",
+        "Else If a = 0 Then",
+        "If a Then Return",
+        "Else",
+        "   ",
+        "Select Case a",
+        "Case 1",
+        "x = 1",
+        "End Select",
+        "End If",
+        "End Sub",
+        "Dim after",
+        "End Sub", // one End too many never indents below zero
+        "Sub NoParens",
+    };
+    const QStringList out = {
+        "Public Sub Main(a As Integer)",
+        "  Dim s As String = \"End Sub\" ' End If",
+        "  If a > 1 Then",
+        "    For i = 1 To 3",
+        "      MsgBox(\"x\")",
+        "    Next",
+        "  Else If a = 0 Then",
+        "    If a Then Return",
+        "  Else",
+        "",
+        "    Select Case a",
+        "    Case 1",
+        "      x = 1",
+        "    End Select",
+        "  End If",
+        "End Sub",
+        "Dim after",
+        "End Sub",
+        "Sub NoParens",
+    };
+    EXPECT_EQ(line_commands::autoFormat(in), out);
+    EXPECT_EQ(line_commands::autoFormat(out), out) << "formatting is stable";
+    EXPECT_EQ(line_commands::autoFormat({"x", "End If", "y"}, 2), (QStringList{"    x", "  End If", "  y"}));
+}
+
+TEST(KLTextViewCommands, ActOnSelectedLinesAsOneUndoStep) {
+    KLTextView v;
+    const QByteArray text = "Sub A()\r\nx = 1\r\ny = 2\r\nEnd Sub\r\n";
+    setBytes(v, text);
+    v.setEolMode(QsciScintilla::EolWindows);
+    // Lines 2 and 3 selected, the selection ending at the start of line 4.
+    v.setSelection(1, 2, 3, 0);
+    v.commentLines();
+    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\r\n'x = 1\r\n'y = 2\r\nEnd Sub\r\n"));
+    EXPECT_EQ(v.selectedText(), QStringLiteral("'x = 1\r\n'y = 2")) << "the lines stay selected";
+    v.shiftRightLines();
+    v.shiftRightLines();
+    v.uncommentLines();
+    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\r\n    x = 1\r\n    y = 2\r\nEnd Sub\r\n"));
+    v.shiftLeftLines();
+    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\r\n  x = 1\r\n  y = 2\r\nEnd Sub\r\n"));
+    v.upperCaseSelection();
+    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\r\n  X = 1\r\n  Y = 2\r\nEnd Sub\r\n"));
+    // Each command was one step.
+    for (int i = 0; i < 5; ++i)
+        v.undo();
+    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\r\n'x = 1\r\n'y = 2\r\nEnd Sub\r\n"));
+    v.undo();
+    EXPECT_EQ(v.documentBytes(), text);
+
+    // Without a selection: the cursor's line.
+    v.setCursorPosition(3, 2);
+    v.lowerCaseSelection();
+    v.commentLines();
+    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\r\nx = 1\r\ny = 2\r\n'end sub\r\n"));
+}
+
+TEST(KLTextViewCommands, CaseOfNonAsciiSelectionAndAutoFormatKeepsOtherBytes) {
+    KLTextView v;
+    setBytes(v, QStringLiteral("dim größe\n").toUtf8());
+    v.selectUtf16(4, 9);
+    v.upperCaseSelection();
+    EXPECT_EQ(v.text(), QStringLiteral("dim GRÖSSE\n"));
+    EXPECT_EQ(v.selectedText(), QStringLiteral("GRÖSSE"));
+    v.lowerCaseSelection();
+    EXPECT_EQ(v.text(), QStringLiteral("dim grösse\n"));
+
+    // A line that is not valid UTF-8 keeps its bytes when auto format leaves it alone.
+    const QByteArray odd = "Sub A()\n  ' caf\xe9\nx = 1\nEnd Sub\n";
+    setBytes(v, odd);
+    v.autoFormat();
+    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\n  ' caf\xe9\n  x = 1\nEnd Sub\n"));
+    v.undo();
+    EXPECT_EQ(v.documentBytes(), odd);
+}
+
+TEST(KLTextViewCommands, BreakpointsToggleOnTheCursorLineAndByMarginClick) {
+    KLTextView v;
+    v.resize(400, 300);
+    v.show();
+    setBytes(v, QByteArray("a\nb\nc\nd\n"));
+    v.gotoLine(2);
+    v.toggleBreakpoint();
+    v.gotoLine(4);
+    v.toggleBreakpoint();
+    EXPECT_EQ(v.breakpointLines(), (QList<qint64>{2, 4}));
+    v.gotoLine(2);
+    v.toggleBreakpoint();
+    EXPECT_EQ(v.breakpointLines(), (QList<qint64>{4}));
+
+    // A click in the symbol margin beside line 1 sets a mark there.
+    const int marginX = v.marginWidth(0) + v.marginWidth(1) / 2;
+    const int lineY = int(v.SendScintilla(QsciScintilla::SCI_TEXTHEIGHT, 0)) / 2;
+    QTest::mouseClick(v.viewport(), Qt::LeftButton, {}, QPoint(marginX, lineY));
+    EXPECT_EQ(v.breakpointLines(), (QList<qint64>{1, 4}));
+    // Marks move with their lines.
+    v.gotoLine(1);
+    v.insert("new\n");
+    EXPECT_EQ(v.breakpointLines(), (QList<qint64>{2, 5}));
+}
+
+TEST(KLTextViewLayout, FontWrappingIndentAndLineNumbers) {
+    KLTextView v;
+    v.setEditorFont(13);
+    const QFont font = KLTextView::editorFont(13);
+    EXPECT_EQ(font.pointSize(), 13);
+    if (QFontDatabase::families().contains("Monaco"))
+        EXPECT_EQ(font.family(), QStringLiteral("Monaco"));
+    else
+        EXPECT_EQ(font.family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+    EXPECT_EQ(v.lexer()->font(0).pointSize(), 13);
+    EXPECT_EQ(KLTextView::editorFont(0).pointSize(), 1) << "no size below one point";
+
+    v.setWrapMode(QsciScintilla::WrapWord);
+    v.turnOffWrapping();
+    EXPECT_EQ(v.wrapMode(), QsciScintilla::WrapNone);
+    v.setAutoIndent(false);
+    v.turnOnAutoIndent();
+    EXPECT_TRUE(v.autoIndent());
+
+    // The line-number margin grows with the line count.
+    setBytes(v, QByteArray("x\n"));
+    QCoreApplication::processEvents();
+    const int small = v.marginWidth(0);
+    setBytes(v, editor_test::generatedText(20000));
+    QCoreApplication::processEvents();
+    EXPECT_GT(v.marginWidth(0), small);
+}
+
+TEST(KLTextViewLayout, NewLinesTakeThePreviousIndentation) {
+    KLTextView v;
+    v.resize(400, 300);
+    v.show();
+    setBytes(v, QByteArray("Sub A()\n    x = 1"));
+    v.SendScintilla(QsciScintilla::SCI_DOCUMENTEND);
+    QTest::keyClick(&v, Qt::Key_Return);
+    QTest::keyClicks(&v, "y");
+    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\n    x = 1\n    y"));
+}

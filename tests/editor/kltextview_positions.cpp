@@ -1,0 +1,86 @@
+// Lines and positions the view reports agree with the scanner's: 0-based UTF-16
+// offsets into the file's text as stored (carriage returns included), 1-based lines.
+#include "editor_test_texts.h"
+
+#include <gtest/gtest.h>
+
+using editor_test::setBytes;
+
+namespace {
+
+// Where the scanner finds method declarations: the line break in front of each.
+QList<qint64> scannerSeparators(const QString& text) {
+    QList<qint64> positions;
+    for (const QString& prefix : {QStringLiteral("\nSub "), QStringLiteral("\nFunction ")}) {
+        qsizetype at = text.indexOf(prefix, 0, Qt::CaseInsensitive);
+        while (at >= 0) {
+            positions << at;
+            at = text.indexOf(prefix, at + 1, Qt::CaseInsensitive);
+        }
+    }
+    return positions;
+}
+
+} // namespace
+
+TEST(KLTextViewPositions, AgreeWithUtf16OffsetsForNonAsciiAndCrlf) {
+    const QStringList texts = {
+        QStringLiteral("' Grüße 😀😀\n\nSub Ä()\n  x = \"ß\"\nEnd Sub\n\nFunction F() As String\nEnd Function\n"),
+        QStringLiteral("' 日本語のコメント\r\nDim a\r\n\r\nsub B()\r\nEnd Sub\r\nSub C()\r\nEnd Sub"),
+        QStringLiteral("Sub First()\nEnd Sub\n\nSub 𝔘𝔫𝔦()\nEnd Sub\n"),
+    };
+    QList<QByteArray> files;
+    for (const QString& text : texts)
+        files << text.toUtf8();
+    // A byte order mark, and bytes that are not UTF-8, as the scanner reads them.
+    files << QByteArray("\xef\xbb\xbf' x\n\nSub B()\nEnd Sub\n") << QByteArray("' caf\xe9 \xff\xe2\x82!\n\nSub C()\n");
+    for (const QByteArray& bytes : files) {
+        const QString text = QString::fromUtf8(bytes); // what the scanner reads
+        KLTextView view;
+        setBytes(view, bytes);
+        EXPECT_EQ(view.documentText(), text);
+        // Every offset maps to bytes and back, and the cursor reports it.
+        for (qint64 offset = 0; offset <= text.size(); ++offset) {
+            if (offset > 0 && offset < text.size() && text[offset].isLowSurrogate())
+                continue; // no cursor between the halves of one character
+            view.SendScintilla(QsciScintilla::SCI_GOTOPOS, long(view.bytesFromUtf16(offset)));
+            ASSERT_EQ(view.position(), offset) << text.toStdString();
+            ASSERT_EQ(view.line(), text.left(offset).count(u'\n') + 1);
+        }
+        // Separator rules go under the line that the scanner's line break ends.
+        const QList<qint64> positions = scannerSeparators(text);
+        ASSERT_FALSE(positions.isEmpty());
+        view.setLineSeparators(positions);
+        QList<qint64> expectedLines;
+        for (qint64 p : positions)
+            expectedLines << text.left(p).count(u'\n');
+        std::sort(expectedLines.begin(), expectedLines.end());
+        EXPECT_EQ(view.separatorLines(), expectedLines) << text.toStdString();
+    }
+}
+
+TEST(KLTextViewPositions, SeparatorsIgnoreOddPositionsAndMoveWithEdits) {
+    KLTextView view;
+    setBytes(view, QByteArray("a\n\nSub X()\nEnd Sub\n"));
+    view.setLineSeparators({2, -1, 999, 1'000'000'000'000});
+    EXPECT_EQ(view.separatorLines(), (QList<qint64>{1}));
+    view.SendScintilla(QsciScintilla::SCI_GOTOPOS, 0);
+    view.insert("new line\n");
+    EXPECT_EQ(view.separatorLines(), (QList<qint64>{2})) << "the rule stays with its line";
+    view.setLineSeparators({});
+    EXPECT_TRUE(view.separatorLines().isEmpty());
+}
+
+TEST(KLTextViewPositions, GotoLineClampsAndPutsTheCursorAtTheLineStart) {
+    KLTextView view;
+    setBytes(view, QStringLiteral("eins\nzwei 😀\ndrei\n").toUtf8());
+    view.gotoLine(3);
+    EXPECT_EQ(view.line(), 3);
+    EXPECT_EQ(view.position(), 13);
+    view.gotoLine(0);
+    EXPECT_EQ(view.line(), 1);
+    view.gotoLine(1000);
+    EXPECT_EQ(view.line(), 4) << "the last line (after the final break)";
+    view.gotoLine(-5);
+    EXPECT_EQ(view.position(), 0);
+}

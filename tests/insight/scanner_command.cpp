@@ -1,0 +1,175 @@
+// The command line: the real executable as a child process, with no display.
+#include "insight/declaration_scanner.h"
+#include "scanner_random_source.h"
+#include "scanner_reference.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct ChildRun {
+    int status = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+// Runs kelvaro with `args` and neither a display nor a platform plugin set, so a
+// command that touched the window system would fail.
+ChildRun runKelvaro(const QStringList& args, const QString& program = {}) {
+    QProcess process;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        env.remove(name);
+    process.setProcessEnvironment(env);
+    process.start(program.isEmpty() ? QString(KELVARO_APP_DIR "/Contents/MacOS/kelvaro") : program, args);
+    EXPECT_TRUE(process.waitForFinished(60000));
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+QString write(const QTemporaryDir& dir, const QString& name, const QByteArray& bytes) {
+    QFile file(dir.filePath(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    return file.fileName();
+}
+
+// The --scan object of `lists` read back, compared field for field with a scan.
+QString jsonDifference(const QJsonObject& object, const DeclarationLists& lists) {
+    const QJsonObject named = object["lists"].toObject();
+    auto compareList = [&](const QString& word, const DeclarationList& list) -> QString {
+        const QJsonArray entries = named[word].toArray();
+        if (entries.size() != list.entryCount())
+            return word + ": entry count";
+        for (qsizetype i = 0; i < list.entryCount(); ++i) {
+            const QJsonObject e = entries[i].toObject();
+            const DeclarationEntry& d = list.entry(i);
+            if (e.size() != 7 || e["title"].toString() != d.title || e["line"].toInteger() != d.line ||
+                e["visibility"].toString() != d.visibility || e["kind"].toString() != d.kind ||
+                e["name"].toString() != d.name || e["parameters"].toString() != d.parameters ||
+                e["type"].toString() != d.type)
+                return QString("%1 entry %2").arg(word).arg(i);
+        }
+        return {};
+    };
+    if (QString d = compareList("All", lists.all); !d.isEmpty())
+        return d;
+    for (DeclarationKind kind : allDeclarationKinds())
+        if (QString d = compareList(declarationKindInfo(kind).word, lists.list(kind)); !d.isEmpty())
+            return d;
+    if (named.size() != 10)
+        return "not ten lists";
+    QList<qint64> separators;
+    for (const QJsonValue v : object["lineSeparators"].toArray())
+        separators << v.toInteger();
+    if (separators != lists.lineSeparators)
+        return "lineSeparators";
+    QStringList names;
+    for (const QJsonValue v : object["lineSeparatorsType"].toArray())
+        names << v.toString();
+    if (names != lists.lineSeparatorsType)
+        return "lineSeparatorsType";
+    QHash<QString, QString> locals;
+    const QJsonObject localObject = object["locals"].toObject();
+    for (auto it = localObject.begin(); it != localObject.end(); ++it)
+        locals.insert(it.key(), it.value().toString());
+    if (locals != lists.locals)
+        return "locals";
+    return {};
+}
+
+} // namespace
+
+TEST(ScannerCommand, ScanPrintsOneObjectPerFileInArgumentOrderAgreeingWithTheReference) {
+    QTemporaryDir dir;
+    QStringList files;
+    for (quint32 start = 7; start < 47; ++start)
+        files << write(dir, QString("F%1.NSObject.klvr").arg(start), randomKelvaroSource(start, 80).toUtf8());
+    files << write(dir, "Odd \"name\"\t\u00e9.klvr", "\nSub Caf\u00e9(x As \"q\\\")\n\x01\n");
+
+    const ChildRun run = runKelvaro(QStringList{"--scan"} + files);
+    ASSERT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.err.isEmpty());
+    QJsonParseError error;
+    const QJsonArray array = QJsonDocument::fromJson(run.out, &error).array();
+    ASSERT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
+    ASSERT_EQ(array.size(), files.size());
+    for (int i = 0; i < files.size(); ++i) {
+        const QJsonObject object = array[i].toObject();
+        EXPECT_EQ(object["path"].toString(), files[i]);
+        QFile file(files[i]);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        EXPECT_EQ(jsonDifference(object, referenceScan(text)), "") << files[i].toStdString();
+    }
+    // Non-ASCII text stays itself in the output.
+    EXPECT_EQ(array.last()["lists"]["Sub"][0]["name"].toString(), QString("Caf\u00e9"));
+}
+
+TEST(ScannerCommand, UnreadableFileIsReportedAfterTheOthersArePrinted) {
+    QTemporaryDir dir;
+    const QString good = write(dir, "Good.NSObject.klvr", "\nSub A()\n");
+    const QString missing = dir.filePath("Missing.NSObject.klvr");
+    const ChildRun run = runKelvaro({"--scan", missing, good, dir.path()});
+    EXPECT_EQ(run.status, 1);
+    const QJsonArray array = QJsonDocument::fromJson(run.out).array();
+    ASSERT_EQ(array.size(), 1);
+    EXPECT_EQ(array[0]["path"].toString(), good);
+    EXPECT_TRUE(run.err.contains(missing.toLocal8Bit()));
+    EXPECT_TRUE(run.err.contains(dir.path().toLocal8Bit()));
+
+    const ChildRun none = runKelvaro({"--scan"});
+    EXPECT_EQ(none.status, 2);
+    EXPECT_TRUE(none.out.isEmpty());
+}
+
+TEST(ScannerCommand, TagsFileIsSortedAndReadableByCtagsTools) {
+    QTemporaryDir dir;
+    write(dir, "Global.NSObject.klvr",
+          "Class\nPublic Sub Start()\nEnd Sub\nFunction Sum(a As Integer) As Integer\nEnd Function\nDim count\n"
+          "Const MAX = 1\nEvent Changed(x)\nDelegate D(a)\nIBOutlet button As NSButton\nIBAction Click(s)\n"
+          "Action Go(x)\nSub Last()");
+    write(dir, "alpha.NSObject.klvr", "\nSub Start()\nSub \tBad()\n");
+    write(dir, "notes.txt", "\nSub Ignored()\n");
+    const ChildRun run = runKelvaro({"--tags", dir.path()});
+    ASSERT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.startsWith("10 tags written to ")) << run.out.toStdString();
+
+    QFile file(dir.filePath("tags"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    ASSERT_TRUE(lines[0].startsWith("!_TAG_FILE_FORMAT\t2\t"));
+    ASSERT_TRUE(lines[1].startsWith("!_TAG_FILE_SORTED\t1\t"));
+    QList<QByteArray> tags;
+    for (const QByteArray& line : lines)
+        if (!line.isEmpty() && !line.startsWith("!_TAG_"))
+            tags << line;
+    ASSERT_EQ(tags.size(), 10);
+    EXPECT_TRUE(std::is_sorted(tags.begin(), tags.end()));
+    EXPECT_TRUE(tags.contains("Sum\tGlobal.NSObject.klvr\t4;\"\tkind:f\tline:4\tclass:Global"));
+    EXPECT_TRUE(tags.contains("button\tGlobal.NSObject.klvr\t10;\"\tkind:o\tline:10\tclass:Global"));
+    EXPECT_TRUE(tags.contains("Start\talpha.NSObject.klvr\t2;\"\tkind:s\tline:2\tclass:alpha"));
+
+    // The ctags project's own reader finds a declaration by name in the file.
+    const QString readtags = QStandardPaths::findExecutable("readtags");
+    if (readtags.isEmpty())
+        GTEST_SKIP() << "readtags is not installed";
+    const ChildRun found = runKelvaro({"-t", dir.filePath("tags"), "-e", "Click"}, readtags);
+    EXPECT_EQ(found.status, 0);
+    EXPECT_TRUE(found.out.startsWith("Click\tGlobal.NSObject.klvr\t11;\"")) << found.out.toStdString();
+}
+
+TEST(ScannerCommand, TagsOfAMissingFolderFail) {
+    QTemporaryDir dir;
+    const ChildRun run = runKelvaro({"--tags", dir.filePath("nowhere")});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.err.contains("nowhere"));
+    EXPECT_FALSE(QFile::exists(dir.filePath("nowhere/tags")));
+}

@@ -1,0 +1,141 @@
+// Opening a project folder: validation, file lists, title, remembered projects and
+// the hand-over to the platform tools.
+#include "insight/parser.h"
+#include "support/ide_fixture.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+
+namespace {
+const QByteArray kGlobal = "\nEvent AwakeFromNib()\n  Alert(\"Hello\")\nEnd Event\n";
+}
+
+using ProjectOpening = IdeFixture;
+
+TEST_F(ProjectOpening, FilesAreListedGlobalFirstThenInListingOrderAndOthersIgnored) {
+    Global& g = start();
+    const QString p = makeProject("Shop", {{"b.NSObject.klvr", "\nSub B()\nEnd Sub\n"},
+                                           {"Global.NSObject.klvr", kGlobal},
+                                           {"a.NSWindow.klvr", ""},
+                                           {"notes.txt", "x"},
+                                           {"x.klvr.bak", "x"}});
+    g.ProjectOpen(p);
+    ASSERT_TRUE(g.ProjectIsLoaded());
+    std::optional<QStringList> listing = KLVR_NSFILEMANAGER_LIST(p);
+    QStringList expectedOthers;
+    for (const QString& name : *listing)
+        if (name.endsWith(".klvr") && name != "Global.NSObject.klvr")
+            expectedOthers << name;
+    EXPECT_EQ(g.projectFiles, QStringList{"Global.NSObject.klvr"} + expectedOthers);
+    QStringList expectedTypes;
+    for (const QString& name : expectedOthers)
+        expectedTypes << name.section('.', 0, 0);
+    EXPECT_EQ(g.ProjectTypes, expectedTypes);
+    // Every source file was scanned before the Global file was shown.
+    EXPECT_NE(parser::sharedparser()->GetSub(p + "/b.NSObject.klvr"), nullptr);
+    EXPECT_EQ(parser::sharedparser()->GetSub(p + "/b.NSObject.klvr")->entryCount(), 1);
+    EXPECT_EQ(g.ProjectCurrentFilename(), p + "/Global.NSObject.klvr");
+    EXPECT_EQ(g.mycode->statusbar->text(), " Opened " + p);
+}
+
+TEST_F(ProjectOpening, AFolderWithOnlyTheGlobalFileOpens) {
+    Global& g = start();
+    const QString p = makeProject("Solo", {{"Global.NSObject.klvr", kGlobal}});
+    g.ProjectOpen(p);
+    EXPECT_EQ(g.projectFiles, QStringList{"Global.NSObject.klvr"});
+    EXPECT_TRUE(g.ProjectTypes.isEmpty());
+    EXPECT_TRUE(testPanels().messages().empty());
+    EXPECT_FALSE(g.Welcome->isVisible());
+    EXPECT_TRUE(g.mymainwindow->ti_project->isVisible());
+}
+
+TEST_F(ProjectOpening, InvalidFoldersAreReportedAndTheOpenProjectStays) {
+    Global& g = start();
+    const QString good = makeProject("Good", {{"Global.NSObject.klvr", kGlobal}});
+    g.ProjectOpen(good);
+    const QString notAProject = makeProject("Plain", {{"global.nsobject.klvr", kGlobal}});
+    g.ProjectOpen(notAProject);
+    const QString missing = projectsPath() + "/Missing";
+    g.ProjectOpen(missing);
+    auto shown = testPanels().messages();
+    ASSERT_EQ(shown.size(), 2u);
+    EXPECT_EQ(shown[0].title, QStringLiteral("Selected folder is not a valid Kelvaro project"));
+    EXPECT_EQ(shown[0].text, "Tried " + notAProject);
+    EXPECT_EQ(shown[1].title, QStringLiteral("Selected folder is not valid"));
+    EXPECT_EQ(shown[1].text, "Tried " + missing);
+    // The path was taken before the check; the previous project's files remain.
+    EXPECT_EQ(g.ProjectPath, missing);
+    EXPECT_EQ(g.ProjectCurrentFilename(), good + "/Global.NSObject.klvr");
+    EXPECT_EQ(g.mycode->statusbar->text(), QStringLiteral(" "));
+}
+
+TEST_F(ProjectOpening, WindowTitleIsPaddedByHalfThePathLength) {
+    Global& g = start();
+    const QString p = makeProject("Hello", {{"Global.NSObject.klvr", kGlobal}});
+    g.ProjectOpen(p);
+    const int spaces = int(p.size() / 2 + 20 + 5);
+    EXPECT_EQ(g.mymainwindow->windowTitle(), QString(spaces, ' ') + "Hello" + QString(20, ' ') + p);
+}
+
+TEST_F(ProjectOpening, LastAndRecentProjectsAreRemembered) {
+    Global& g = start();
+    QStringList opened;
+    for (int i = 1; i <= 6; ++i) {
+        opened << makeProject(QStringLiteral("P%1").arg(i), {{"Global.NSObject.klvr", kGlobal}});
+        g.ProjectOpen(opened.last());
+    }
+    EXPECT_EQ(KLVR_READSTRING(Global::supportFile("LastProject.txt")), opened.last());
+    EXPECT_EQ(g.aRecentProjects, (QStringList{opened[5], opened[4], opened[3], opened[2], opened[1]}));
+    EXPECT_EQ(KLVR_READARRAY(Global::supportFile("RecentProjects.txt")), g.aRecentProjects);
+    g.ProjectOpen(opened.last());
+    EXPECT_EQ(g.aRecentProjects.mid(0, 2), (QStringList{opened[5], opened[5]}));
+    // Choosing a recent entry opens it.
+    g.mRecentProjects->actions().at(4)->trigger();
+    EXPECT_EQ(g.ProjectPath, opened[2]);
+}
+
+TEST_F(ProjectOpening, PlatformProjectIsMadeOnceAndHandedToXcode) {
+    installRecordingCompiler();
+    Global& g = start();
+    const QString p = makeProject("My App", {{"Global.NSObject.klvr", kGlobal}});
+    g.ProjectOpen(p);
+    EXPECT_EQ(compilerCalls(), QStringList{p + " -xcodeproj"});
+    auto launches = testLauncher().launches();
+    ASSERT_FALSE(launches.empty());
+    EXPECT_EQ(launches.back().application, QStringLiteral("Xcode"));
+    EXPECT_EQ(launches.back().document, p + "/My App.xcodeproj");
+    EXPECT_FALSE(launches.back().flag);
+    QDir().mkpath(p + "/My App.xcodeproj");
+    g.ProjectOpen(p);
+    EXPECT_EQ(compilerCalls().size(), 1); // not passed to the compiler again
+}
+
+TEST_F(ProjectOpening, ProjectIconIsShownAndCopiedIntoTheBuiltApplication) {
+    Global& g = start();
+    const QString p = makeProject("Iconic", {{"Global.NSObject.klvr", kGlobal}, {"icon.icns", "icon bytes"}});
+    QDir().mkpath(p + "/build/Release/Iconic.app/Contents/Resources");
+    writeFile(p + "/build/Release/Iconic.app/Contents/Resources/icon.icns", "old");
+    g.ProjectOpen(p);
+    EXPECT_EQ(readFile(p + "/build/Release/Iconic.app/Contents/Resources/icon.icns"), QByteArray("icon bytes"));
+
+    writeFile(projectsPath() + "/new.icns", "new icon");
+    testPanels().queueOpen({projectsPath() + "/new.icns"});
+    g.SelectAppIcon();
+    EXPECT_EQ(testPanels().lastOpenRequest().types, QStringList{"icns"});
+    EXPECT_FALSE(testPanels().lastOpenRequest().canChooseDirectories);
+    EXPECT_EQ(readFile(p + "/icon.icns"), QByteArray("new icon"));
+    EXPECT_EQ(readFile(p + "/build/Release/Iconic.app/Contents/Resources/icon.icns"), QByteArray("new icon"));
+}
+
+TEST_F(ProjectOpening, OpenProjectAsksForAFolder) {
+    Global& g = start();
+    const QString p = makeProject("Chosen", {{"Global.NSObject.klvr", kGlobal}});
+    testPanels().queueOpen({p});
+    g.OpenProject();
+    EXPECT_TRUE(testPanels().lastOpenRequest().canChooseDirectories);
+    EXPECT_FALSE(testPanels().lastOpenRequest().canChooseFiles);
+    EXPECT_EQ(g.ProjectPath, p);
+    g.OpenProject(); // cancelled: nothing changes
+    EXPECT_EQ(g.ProjectPath, p);
+}
