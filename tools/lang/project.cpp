@@ -196,15 +196,22 @@ std::string buildApplication(const fs::path& project, const std::vector<std::str
     const fs::path app = releaseDir / (name + ".app");
     const fs::path partial = releaseDir / ("." + name + ".app.partial");
     std::error_code error;
+    // Whatever fails, the half-made folder goes and the previous application stays.
+    const auto failed = [&](const std::string& what) {
+        std::error_code ignored;
+        fs::remove_all(partial, ignored);
+        return what + ": " + error.message();
+    };
     fs::remove_all(partial, error);
     fs::create_directories(partial / "Contents" / "MacOS", error);
-    fs::create_directories(partial / "Contents" / "Resources", error);
+    if (!error)
+        fs::create_directories(partial / "Contents" / "Resources", error);
     if (error)
-        return "cannot create " + partial.string() + ": " + error.message();
+        return failed("cannot create " + partial.string());
     const fs::path executable = partial / "Contents" / "MacOS" / name;
     fs::copy_file(runner, executable, fs::copy_options::overwrite_existing, error);
     if (error)
-        return "cannot copy the runner to " + executable.string() + ": " + error.message();
+        return failed("cannot copy the runner to " + executable.string());
     fs::permissions(executable, fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
                                     fs::perms::others_read | fs::perms::others_exec, error);
     for (const std::string& source : sources) {
@@ -215,13 +222,13 @@ std::string buildApplication(const fs::path& project, const std::vector<std::str
         if (error)
             fs::copy_file(project / source, target, fs::copy_options::overwrite_existing, error);
         if (error)
-            return "cannot copy " + source + ": " + error.message();
+            return failed("cannot copy " + source);
     }
     // Replace the previous application only once the new one is complete.
     fs::remove_all(app, error);
     fs::rename(partial, app, error);
     if (error)
-        return "cannot write " + app.string() + ": " + error.message();
+        return failed("cannot write " + app.string());
     return std::string();
 }
 
