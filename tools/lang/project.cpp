@@ -22,9 +22,7 @@ bool endsWith(const std::string& s, std::string_view suffix) {
 }
 
 std::size_t countLines(const std::string& text) {
-    std::size_t n = 0;
-    for (char c : text)
-        n += c == '\n';
+    const auto n = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
     return n + (!text.empty() && text.back() != '\n');
 }
 
