@@ -117,6 +117,9 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{"StrayEndWith", "\nSub A()\n  End With\nEnd Sub\n", "End With without With", 3},
         ErrorCase{"ContinueOutsideLoop", "\nSub A()\n  Continue While\nEnd Sub\n", "Continue While outside While", 3},
         ErrorCase{"DotOutsideWith", "\nSub A()\n  .x = 1\nEnd Sub\n", "Statement expected before .", 3},
+        ErrorCase{"StringNeverEntersTheMessage", "\nSub A()\n  \"x in line 9 in file y\"\nEnd Sub\n", "Statement expected before a string", 3},
+        ErrorCase{"LongNameIsShortened", "\nSub A()\n  " + std::string(100, 'n') + " = 1\nEnd Sub\n",
+                  "Unknown identifier " + std::string(64, 'n') + "...", 3},
         ErrorCase{"CrLfLines", "\r\nSub A()\r\n  Next\r\nEnd Sub\r\n", "Next without For", 3}),
     [](const ::testing::TestParamInfo<ErrorCase>& info) { return std::string(info.param.name); });
 

@@ -139,6 +139,15 @@ TEST(Runner, ControlFlow) {
                                      "#1"}));
 }
 
+TEST(Runner, DefaultValuesSeeTheParametersBeforeThem) {
+    // The caller has fewer locals than the callee's slot of `a`: a default read from the
+    // wrong frame would not even be inside it.
+    const Outcome o = run(program("  Show 5\n  Show 5, 1\n",
+                                  "Sub Show(a As Integer, Optional b As Integer = a * 2)\n  Print(a + b)\nEnd Sub\n"));
+    EXPECT_EQ(o.error, "");
+    EXPECT_EQ(o.output, (QStringList{"15", "6"}));
+}
+
 TEST(Runner, FieldsGetTheirStartValuesBeforeTheFirstEvent) {
     const Outcome o = run("Dim greeting As String = \"hi \" & Name()\nConst LIMIT = 3\nDim counter As Integer\n" +
                           program("  counter = counter + LIMIT\n  Bump\n  Print(greeting & counter)\n",

@@ -119,6 +119,17 @@ TEST(Toolchain, ErrorsAreOneLineOnStandardErrorAndNoApplicationIsWritten) {
     }
 }
 
+TEST(Toolchain, TheFirstErrorInFileOrderIsReportedWhateverTheThreadsDo) {
+    QTemporaryDir tmp;
+    const QString project = makeProject(tmp, "P");
+    for (int i = 10; i < 60; ++i)
+        writeFile(project + QString("/c%1.NSObject.klvr").arg(i), "\nSub Go()\n  Print(1)\nEnd Sub\n");
+    writeFile(project + "/c47.NSObject.klvr", "\nSub Go()\n  Wend\nEnd Sub\n");
+    writeFile(project + "/c12.NSObject.klvr", "\nSub Go()\n\n  Next\nEnd Sub\n");
+    for (int run = 0; run < 5; ++run)
+        EXPECT_EQ(compiler({project, "-Release"}).err, "Kelvaro: Next without For in line 4 in file c12.NSObject.klvr\n");
+}
+
 TEST(Toolchain, AFolderWithoutTheGlobalFileIsAnError) {
     QTemporaryDir tmp;
     QDir().mkpath(tmp.path() + "/Empty");

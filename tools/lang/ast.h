@@ -3,6 +3,7 @@
 // method by index, so running the tree does no look-up by name.
 #pragma once
 
+#include "tools/lang/node_pool.h"
 #include "tools/lang/value.h"
 
 #include <memory>
@@ -13,7 +14,7 @@ namespace klvr {
 
 class Interpreter;
 
-struct Expr {
+struct Expr : PooledNode {
     int line = 0;
     int height = 1;  // levels of the tree below and including this node
     virtual ~Expr() = default;
@@ -24,7 +25,7 @@ using ExprPtr = std::unique_ptr<Expr>;
 // What a statement asks of the statements around it after it ran.
 enum class Flow : std::uint8_t { Normal, Return, ExitFor, ExitWhile, ExitDo, ExitSelect, EndProgram };
 
-struct Stmt {
+struct Stmt : PooledNode {
     int line = 0;
     virtual ~Stmt() = default;
     virtual Flow exec(Interpreter& in) const = 0;

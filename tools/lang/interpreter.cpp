@@ -293,10 +293,11 @@ Value Interpreter::call(const CallExpr& callExpr) {
     std::vector<Value> frame(method.localTypes.size());
     for (std::size_t i = 0; i < frame.size(); ++i)
         frame[i] = defaultOf(method.localTypes[i]);
-    for (std::size_t i = 0; i < method.params.size(); ++i) {
+    // Arguments are evaluated in the caller's frame, default values in the callee's,
+    // where the parameters before them already hold their values.
+    for (std::size_t i = 0; i < callExpr.args.size(); ++i) {
         const Param& param = method.params[i];
-        Value v = i < callExpr.args.size() ? callExpr.args[i]->eval(*this) : param.defaultValue->eval(*this);
-        frame[static_cast<std::size_t>(param.slot)] = convertTo(param.type, std::move(v));
+        frame[static_cast<std::size_t>(param.slot)] = convertTo(param.type, callExpr.args[i]->eval(*this));
     }
     const int callerLine = line;
     Value* callerLocals = locals;
@@ -304,6 +305,10 @@ Value Interpreter::call(const CallExpr& callExpr) {
     ++depth_;
     Flow f;
     try {
+        for (std::size_t i = callExpr.args.size(); i < method.params.size(); ++i) {
+            const Param& param = method.params[i];
+            frame[static_cast<std::size_t>(param.slot)] = convertTo(param.type, param.defaultValue->eval(*this));
+        }
         f = execBlock(method.body);
     } catch (...) {
         --depth_;

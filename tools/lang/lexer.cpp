@@ -12,7 +12,10 @@ bool isNameChar(unsigned char c) { return isNameStart(c) || isDigit(c); }
 
 void tokenizeLine(std::string_view line, LineTokens& out) {
     out.tokens.clear();
-    out.error.clear();
+    out.error = appendLineTokens(line, out.tokens);
+}
+
+const char* appendLineTokens(std::string_view line, std::vector<Token>& tokens) {
     std::size_t i = 0;
     const std::size_t n = line.size();
     while (i < n) {
@@ -20,12 +23,12 @@ void tokenizeLine(std::string_view line, LineTokens& out) {
         if (c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v') {
             ++i;
         } else if (c == '\'') {
-            return;  // comment up to the end of the line
+            return "";  // comment up to the end of the line
         } else if (isNameStart(c)) {
             std::size_t j = i + 1;
             while (j < n && isNameChar(static_cast<unsigned char>(line[j])))
                 ++j;
-            out.tokens.push_back({Tok::Name, line.substr(i, j - i)});
+            tokens.push_back({Tok::Name, line.substr(i, j - i)});
             i = j;
         } else if (isDigit(c)) {
             std::size_t j = i;
@@ -49,15 +52,13 @@ void tokenizeLine(std::string_view line, LineTokens& out) {
                         ++j;
                 }
             }
-            out.tokens.push_back({kind, line.substr(i, j - i)});
+            tokens.push_back({kind, line.substr(i, j - i)});
             i = j;
         } else if (c == '"') {
             std::size_t j = i + 1;
             for (;;) {
-                if (j >= n) {
-                    out.error = "Closing quote expected";
-                    return;
-                }
+                if (j >= n)
+                    return "Closing quote expected";
                 if (line[j] == '"') {
                     if (j + 1 < n && line[j + 1] == '"') {
                         j += 2;  // a doubled quote stands for one quote character
@@ -67,7 +68,7 @@ void tokenizeLine(std::string_view line, LineTokens& out) {
                 }
                 ++j;
             }
-            out.tokens.push_back({Tok::String, line.substr(i, j + 1 - i)});
+            tokens.push_back({Tok::String, line.substr(i, j + 1 - i)});
             i = j + 1;
         } else {
             std::size_t len = 0;
@@ -83,13 +84,13 @@ void tokenizeLine(std::string_view line, LineTokens& out) {
                 len = 1;
                 break;
             default:
-                out.error = "Invalid character";
-                return;
+                return "Invalid character";
             }
-            out.tokens.push_back({Tok::Op, line.substr(i, len)});
+            tokens.push_back({Tok::Op, line.substr(i, len)});
             i += len;
         }
     }
+    return "";
 }
 
 std::string decodeString(std::string_view literal) {

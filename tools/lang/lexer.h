@@ -33,6 +33,9 @@ struct LineTokens {
 // `out` is reused between lines to avoid allocations.
 void tokenizeLine(std::string_view line, LineTokens& out);
 
+// The same, appending to `tokens`; returns the error message or "" (a literal).
+const char* appendLineTokens(std::string_view line, std::vector<Token>& tokens);
+
 // The value of a string literal token: quotes removed, "" turned into ".
 std::string decodeString(std::string_view literal);
 

@@ -120,21 +120,22 @@ private:
     // ---- tokens and lines ----
 
     void tokenize(std::string_view text) {
-        LineTokens scratch;
+        // About one token per five bytes of code; reserving avoids regrowing.
+        toks_.reserve(text.size() / 5 + 16);
+        kws_.reserve(text.size() / 5 + 16);
+        lines_.reserve(text.size() / 24 + 16);
         std::size_t pos = 0;
         while (pos < text.size()) {
             const void* found = std::memchr(text.data() + pos, '\n', text.size() - pos);
             const std::size_t end = found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) : text.size();
-            tokenizeLine(text.substr(pos, end - pos), scratch);
             Line line{static_cast<std::uint32_t>(toks_.size()), 0, -1};
-            for (const Token& t : scratch.tokens) {
-                toks_.push_back(t);
-                kws_.push_back(t.kind == Tok::Name ? keywordOf(t.text) : Kw::None);
-            }
+            const char* error = appendLineTokens(text.substr(pos, end - pos), toks_);
+            for (std::size_t t = line.begin; t < toks_.size(); ++t)
+                kws_.push_back(toks_[t].kind == Tok::Name ? keywordOf(toks_[t].text) : Kw::None);
             line.end = static_cast<std::uint32_t>(toks_.size());
-            if (!scratch.error.empty()) {
+            if (*error) {
                 line.error = static_cast<int>(lexErrors_.size());
-                lexErrors_.push_back(scratch.error);
+                lexErrors_.push_back(error);
             }
             lines_.push_back(line);
             pos = end + 1;
@@ -161,6 +162,19 @@ private:
     }
     bool isPlainName(std::uint32_t i) const { return i < e_ && toks_[i].kind == Tok::Name && kws_[i] == Kw::None; }
     std::string text(std::uint32_t i) const { return i < e_ ? std::string(toks_[i].text) : std::string(); }
+
+    // A token as an error message names it: the IDE cuts the message at " in line ",
+    // so a string's text never goes in, and an absurdly long name is shortened.
+    std::string describe(std::uint32_t i) const {
+        if (i >= e_)
+            return "the end of the line";
+        if (toks_[i].kind == Tok::String)
+            return "a string";
+        std::string word = text(i);
+        if (word.size() > 64)
+            word = word.substr(0, 64) + "...";
+        return word;
+    }
 
     void expectEnd() const {
         if (!atEnd())
@@ -528,7 +542,7 @@ private:
                     fail(closer + " expected before " + what);
                 }
                 if (t == Term::EndOther)
-                    fail("Unexpected End " + text(p_ + 1));
+                    fail("Unexpected End " + describe(p_ + 1));
                 if (t == Term::MethodEnd || anyOpenAccepts(t))
                     fail(closer + " expected");
                 fail(strayMessage(t));
@@ -1048,7 +1062,7 @@ private:
             return parseCallOrAssignment();
         if (atEnd())
             fail("Statement expected");
-        fail("Statement expected before " + text(p_));
+        fail("Statement expected before " + describe(p_));
     }
 
     StmtPtr parseCallOrAssignment() {
@@ -1371,7 +1385,7 @@ private:
                 ++p_;
                 return inner;
             }
-            fail("Expression expected before " + text(p_));
+            fail("Expression expected before " + describe(p_));
         case Tok::Name:
             break;
         }
@@ -1422,7 +1436,7 @@ private:
             return resolveName(nameAt, std::move(args), hasArgs);
         }
         default:
-            fail("Expression expected before " + text(p_));
+            fail("Expression expected before " + describe(p_));
         }
     }
 
@@ -1468,7 +1482,7 @@ private:
                            (context_.projectClasses && context_.projectClasses->count(lower) != 0) ||
                            (context_.vocabulary && context_.vocabulary->contains(lower));
         if (!known && context_.unknownNamesAreErrors)
-            failAt(line, "Unknown identifier " + name);
+            failAt(line, "Unknown identifier " + describe(at));
         // The runner has no vocabulary lists: a name the checker let through belongs
         // to the library, which the runner does not have.
         return unsupported(name, std::move(args), line);

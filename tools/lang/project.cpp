@@ -5,6 +5,8 @@
 #include "tools/lang/parser.h"
 
 #include <algorithm>
+#include <atomic>
+#include <thread>
 #include <cstdio>
 #include <fstream>
 #include <unordered_set>
@@ -20,9 +22,7 @@ bool endsWith(const std::string& s, std::string_view suffix) {
 }
 
 std::size_t countLines(const std::string& text) {
-    std::size_t n = 0;
-    for (char c : text)
-        n += c == '\n';
+    const auto n = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
     return n + (!text.empty() && text.back() != '\n');
 }
 
@@ -86,31 +86,75 @@ CheckSummary checkProject(const fs::path& project, const std::vector<std::string
     std::unordered_set<std::string> classes;
     for (const std::string& name : sources)
         classes.insert(lowerName(name.substr(0, name.find('.'))));
-
-    std::string readError;
     std::unordered_set<std::string> globalPublics;
-    for (const std::string& name : sources) {
+
+    // Checks one file; returns its line count, or sets `error`.
+    const auto checkOne = [&](std::size_t index, std::optional<Diagnostic>& error) -> std::size_t {
+        const std::string& name = sources[index];
+        std::string readError;
         const auto text = readSource(project / name, readError);
         if (!text) {
-            summary.error = Diagnostic{readError, 1, name};
-            return summary;
+            error = Diagnostic{readError, 1, name};
+            return 0;
         }
         CompileContext context;
         context.vocabulary = &vocabulary;
         context.projectClasses = &classes;
-        if (summary.files == 0)
+        if (index == 0)
             globalPublics = publicMemberNames(*text);
         else
             context.globalPublics = &globalPublics;
         try {
             compileClass(*text, name, context);
         } catch (const LanguageError& failure) {
-            summary.error = failure.diagnostic;
-            return summary;
+            error = failure.diagnostic;
         }
-        ++summary.files;
-        summary.lines += countLines(*text);
+        return countLines(*text);
+    };
+
+    // The Global file first: the others may use its Public members.
+    std::optional<Diagnostic> globalError;
+    summary.lines = checkOne(0, globalError);
+    if (globalError) {
+        summary.error = globalError;
+        return summary;
     }
+
+    // The other files are independent of each other and are checked on a few threads.
+    // Every file before the first one with an error is still checked, so the error
+    // reported is the same as a check in file order would find.
+    const std::size_t count = sources.size();
+    std::vector<std::optional<Diagnostic>> errors(count);
+    std::vector<std::size_t> lines(count, 0);
+    std::atomic<std::size_t> next{1};
+    std::atomic<std::size_t> firstError{count};
+    const auto work = [&] {
+        for (;;) {
+            const std::size_t index = next.fetch_add(1);
+            if (index >= count || index > firstError.load())
+                return;
+            lines[index] = checkOne(index, errors[index]);
+            if (errors[index]) {
+                std::size_t seen = firstError.load();
+                while (index < seen && !firstError.compare_exchange_weak(seen, index)) {
+                }
+            }
+        }
+    };
+    const std::size_t threads = std::min<std::size_t>({std::max(1u, std::thread::hardware_concurrency()), 4, count - 1});
+    std::vector<std::thread> pool;
+    for (std::size_t t = 1; t < threads; ++t)
+        pool.emplace_back(work);
+    work();
+    for (std::thread& thread : pool)
+        thread.join();
+    if (firstError.load() < count) {
+        summary.error = errors[firstError.load()];
+        return summary;
+    }
+    summary.files = count;
+    for (std::size_t n : lines)
+        summary.lines += n;
     return summary;
 }
 
@@ -150,27 +194,39 @@ std::string buildApplication(const fs::path& project, const std::vector<std::str
     const fs::path app = releaseDir / (name + ".app");
     const fs::path partial = releaseDir / ("." + name + ".app.partial");
     std::error_code error;
+    // Whatever fails, the half-made folder goes and the previous application stays.
+    const auto failed = [&](const std::string& what) {
+        std::error_code ignored;
+        fs::remove_all(partial, ignored);
+        return what + ": " + error.message();
+    };
     fs::remove_all(partial, error);
     fs::create_directories(partial / "Contents" / "MacOS", error);
-    fs::create_directories(partial / "Contents" / "Resources", error);
+    if (!error)
+        fs::create_directories(partial / "Contents" / "Resources", error);
     if (error)
-        return "cannot create " + partial.string() + ": " + error.message();
+        return failed("cannot create " + partial.string());
     const fs::path executable = partial / "Contents" / "MacOS" / name;
     fs::copy_file(runner, executable, fs::copy_options::overwrite_existing, error);
     if (error)
-        return "cannot copy the runner to " + executable.string() + ": " + error.message();
+        return failed("cannot copy the runner to " + executable.string());
     fs::permissions(executable, fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
                                     fs::perms::others_read | fs::perms::others_exec, error);
     for (const std::string& source : sources) {
-        fs::copy_file(project / source, partial / "Contents" / "Resources" / source, fs::copy_options::overwrite_existing, error);
+        // A hard link costs no new file on the disk; saving a source (the IDE saves by
+        // replacing the file) leaves the application's link on the built text.
+        const fs::path target = partial / "Contents" / "Resources" / source;
+        fs::create_hard_link(project / source, target, error);
         if (error)
-            return "cannot copy " + source + ": " + error.message();
+            fs::copy_file(project / source, target, fs::copy_options::overwrite_existing, error);
+        if (error)
+            return failed("cannot copy " + source);
     }
     // Replace the previous application only once the new one is complete.
     fs::remove_all(app, error);
     fs::rename(partial, app, error);
     if (error)
-        return "cannot write " + app.string() + ": " + error.message();
+        return failed("cannot write " + app.string());
     return std::string();
 }
 

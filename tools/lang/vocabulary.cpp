@@ -5,6 +5,8 @@
 #include <plist/plist.h>
 
 #include <cctype>
+#include <cstring>
+#include <vector>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -72,11 +74,27 @@ void addPlistStrings(plist_t node, Vocabulary& vocabulary, bool keys, bool value
 }  // namespace
 
 Kw keywordOf(std::string_view name) {
-    if (name.size() > 8)
-        return Kw::None;  // no keyword is longer
-    const auto& table = keywordTable();
-    const auto found = table.find(lowerName(name));
-    return found == table.end() ? Kw::None : found->second;
+    // Called for every name of every file: the keywords are grouped by length and
+    // compared in place after lower-casing on the stack, with no hashing.
+    struct Entry {
+        std::string_view word;
+        Kw kw;
+    };
+    static const std::vector<std::vector<Entry>> byLength = [] {
+        std::vector<std::vector<Entry>> groups(9);
+        for (const auto& entry : keywordTable())
+            groups[entry.first.size()].push_back({entry.first, entry.second});
+        return groups;
+    }();
+    if (name.size() < 2 || name.size() > 8)
+        return Kw::None;  // no keyword is shorter or longer
+    char lower[8];
+    for (std::size_t i = 0; i < name.size(); ++i)
+        lower[i] = (name[i] >= 'A' && name[i] <= 'Z') ? static_cast<char>(name[i] - 'A' + 'a') : name[i];
+    for (const Entry& entry : byLength[name.size()])
+        if (entry.word[0] == lower[0] && std::memcmp(entry.word.data(), lower, name.size()) == 0)
+            return entry.kw;
+    return Kw::None;
 }
 
 Vocabulary::Vocabulary() {
