@@ -15,6 +15,7 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -36,21 +37,32 @@ double ms(qint64 ns) {
     return double(ns) / 1e6;
 }
 
+// A generated 100,000-line source written to a file, with the scope starts a scan
+// would give (the line breaks before its Subs).
+struct LargeSource {
+    QTemporaryDir dir;
+    QString path;
+    QByteArray bytes;
+    QList<qint64> separators;
+
+    LargeSource() : path(dir.filePath("Big.NSObject.klvr")), bytes(editor_test::generatedText(100000)) {
+        QFile f(path);
+        if (f.open(QIODevice::WriteOnly))
+            f.write(bytes);
+        const QString text = QString::fromUtf8(bytes);
+        for (qsizetype at = text.indexOf(u"\nSub "); at >= 0; at = text.indexOf(u"\nSub ", at + 1))
+            separators << at;
+    }
+};
+
 } // namespace
 
 TEST(KLTextViewTypingProbe, NoKeystrokeBlocksTheEventLoopFor16ms) {
-    QTemporaryDir dir;
-    const QString path = dir.filePath("Big.NSObject.klvr");
-    const QByteArray bytes = editor_test::generatedText(100000);
-    {
-        QFile f(path);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-    }
-    QList<qint64> separators;
-    const QString text = QString::fromUtf8(bytes);
-    for (qsizetype at = text.indexOf(u"\nSub "); at >= 0; at = text.indexOf(u"\nSub ", at + 1))
-        separators << at;
+    LargeSource source;
+    const QString& path = source.path;
+    const QByteArray& bytes = source.bytes;
+    const QList<qint64>& separators = source.separators;
+    ASSERT_EQ(QFileInfo(path).size(), bytes.size());
 
     KLTextView view;
     view.resize(900, 700);
@@ -138,18 +150,11 @@ TEST(KLTextViewTypingProbe, NoKeystrokeBlocksTheEventLoopFor16ms) {
 // the passes that run between keystrokes must stay within a frame; the commands a
 // user starts may take longer but stay linear. Figures are printed for the record.
 TEST(KLTextViewTypingProbe, LargeFilePassesStayWithinAFrame) {
-    QTemporaryDir dir;
-    const QString path = dir.filePath("Big.NSObject.klvr");
-    const QByteArray bytes = editor_test::generatedText(100000);
-    {
-        QFile f(path);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-    }
-    QList<qint64> separators;
-    const QString text = QString::fromUtf8(bytes);
-    for (qsizetype at = text.indexOf(u"\nSub "); at >= 0; at = text.indexOf(u"\nSub ", at + 1))
-        separators << at;
+    LargeSource source;
+    const QString& path = source.path;
+    const QByteArray& bytes = source.bytes;
+    const QList<qint64>& separators = source.separators;
+    ASSERT_EQ(QFileInfo(path).size(), bytes.size());
 
     KLTextView view;
     view.resize(900, 700);

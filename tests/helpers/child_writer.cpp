@@ -31,23 +31,20 @@ int main(int argc, char** argv) {
     long long outBytes = std::atoll(argv[1]), errBytes = std::atoll(argv[2]);
     std::string block;
     long long out = 0, err = 0;
+    // Interleaves the two streams in chunks, so both pipes fill while the other is read.
+    auto writeChunk = [&block](FILE* stream, long long& written, long long total, long long chunk, char base) {
+        const long long n = std::min(chunk, total - written);
+        if (n <= 0)
+            return;
+        block.resize(size_t(n));
+        for (long long i = 0; i < n; ++i)
+            block[size_t(i)] = patternByte(written + i, base);
+        std::fwrite(block.data(), 1, size_t(n), stream);
+        written += n;
+    };
     while (out < outBytes || err < errBytes) {
-        long long n = std::min<long long>(65536, outBytes - out);
-        if (n > 0) {
-            block.resize(size_t(n));
-            for (long long i = 0; i < n; ++i)
-                block[size_t(i)] = patternByte(out + i, 'a');
-            std::fwrite(block.data(), 1, size_t(n), stdout);
-            out += n;
-        }
-        long long m = std::min<long long>(4096, errBytes - err);
-        if (m > 0) {
-            block.resize(size_t(m));
-            for (long long i = 0; i < m; ++i)
-                block[size_t(i)] = patternByte(err + i, 'A');
-            std::fwrite(block.data(), 1, size_t(m), stderr);
-            err += m;
-        }
+        writeChunk(stdout, out, outBytes, 65536, 'a');
+        writeChunk(stderr, err, errBytes, 4096, 'A');
     }
     return 0;
 }

@@ -69,24 +69,20 @@ TEST(Runner, FibonacciRecursiveAndIterative) {
 }
 
 TEST(Runner, StringFunctionsAndTheirEdges) {
-    const Outcome o = run(program(
+    // The string functions' calls shared by both programs below.
+    const char* calls =
         "  Dim s As String = \"  Hello World  \"\n"
         "  Print(Len(s) & \"|\" & Trim(s) & \"|\" & UCase(\"abc\") & LCase(\"DeF\"))\n"
         "  Print(Left(\"abcdef\", 2) & \"|\" & Right(\"abcdef\", 2) & \"|\" & Left(\"ab\", 10) & \"|\" & Left(\"ab\", -1) & \"|\")\n"
         "  Print(Mid(\"abcdef\", 2) & \"|\" & Mid(\"abcdef\", 1, 3) & \"|\" & Mid(\"abc\", 9, 2) & \"|\" & Mid(\"abc\", -4, 2))\n"
         "  Print(InStr(\"Hello\", \"l\") & \" \" & InStr(\"Hello\", \"l\", 3) & \" \" & InStr(\"Hello\", \"z\") & \" \" & InStr(\"Hello\", \"L\", 0, False) & \" \" & InStr(\"Hello\", \"L\"))\n"
-        "  Print(Val(\" 12abc\") + 1 & \" \" & Val(\"2.5e1\") & \" \" & Val(\"x\") & \" \" & Str(1.5) & \" \" & Val(\"-7\"))\n"
+        "  Print(Val(\" 12abc\") + 1 & \" \" & Val(\"2.5e1\") & \" \" & Val(\"x\") & \" \" & Str(1.5) & \" \" & Val(\"-7\"))\n";
+    const Outcome o = run(program(std::string(calls) +
         "  Print(\"say \"\"hi\"\"\" & 'comment\n"
         "  \"\")\n"));
     // The concatenation above ends at the comment: the next line is a statement of its own.
     EXPECT_NE(o.error, "");
-    const Outcome fine = run(program(
-        "  Dim s As String = \"  Hello World  \"\n"
-        "  Print(Len(s) & \"|\" & Trim(s) & \"|\" & UCase(\"abc\") & LCase(\"DeF\"))\n"
-        "  Print(Left(\"abcdef\", 2) & \"|\" & Right(\"abcdef\", 2) & \"|\" & Left(\"ab\", 10) & \"|\" & Left(\"ab\", -1) & \"|\")\n"
-        "  Print(Mid(\"abcdef\", 2) & \"|\" & Mid(\"abcdef\", 1, 3) & \"|\" & Mid(\"abc\", 9, 2) & \"|\" & Mid(\"abc\", -4, 2))\n"
-        "  Print(InStr(\"Hello\", \"l\") & \" \" & InStr(\"Hello\", \"l\", 3) & \" \" & InStr(\"Hello\", \"z\") & \" \" & InStr(\"Hello\", \"L\", 0, False) & \" \" & InStr(\"Hello\", \"L\"))\n"
-        "  Print(Val(\" 12abc\") + 1 & \" \" & Val(\"2.5e1\") & \" \" & Val(\"x\") & \" \" & Str(1.5) & \" \" & Val(\"-7\"))\n"
+    const Outcome fine = run(program(std::string(calls) +
         "  Print(\"say \"\"hi\"\"\" & \"\xc3\xa9\" & Len(\"\xc3\xa9\"))\n"));
     EXPECT_EQ(fine.error, "");
     EXPECT_EQ(fine.output, (QStringList{"15|Hello World|ABCdef", "ab|ef|ab||", "cdef|bcd||ab", "2 3 -1 2 -1",

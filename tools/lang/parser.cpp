@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <algorithm>
+#include <optional>
 #include <unordered_map>
 
 namespace klvr {
@@ -1218,61 +1219,69 @@ private:
     }
     bool isIsNext() const { return kw(p_) == Kw::Is; }
 
-    ExprPtr parseCompare() {
-        ExprPtr left = parseConcat();
-        while (comparisonNext() || isIsNext()) {
-            const BinOp op = isIsNext() ? BinOp::Is : comparisonAt(p_);
+    // One left-associative level: operands come from `next`; `opAt` names the operator
+    // at the current token, or nothing when the level ends.
+    template <class OpAt> ExprPtr leftAssociative(ExprPtr (Parser::*next)(), OpAt opAt) {
+        ExprPtr left = (this->*next)();
+        while (std::optional<BinOp> op = opAt()) {
             ++p_;
-            left = makeBinary(op, std::move(left), parseConcat(), lineNo());
+            left = makeBinary(*op, std::move(left), (this->*next)(), lineNo());
         }
         return left;
+    }
+
+    ExprPtr parseCompare() {
+        return leftAssociative(&Parser::parseConcat, [this]() -> std::optional<BinOp> {
+            if (isIsNext())
+                return BinOp::Is;
+            if (comparisonNext())
+                return comparisonAt(p_);
+            return std::nullopt;
+        });
     }
 
     ExprPtr parseConcat() {
-        ExprPtr left = parseAdd();
-        while (isOp(p_, '&')) {
-            ++p_;
-            left = makeBinary(BinOp::Concat, std::move(left), parseAdd(), lineNo());
-        }
-        return left;
+        return leftAssociative(&Parser::parseAdd, [this]() -> std::optional<BinOp> {
+            if (isOp(p_, '&'))
+                return BinOp::Concat;
+            return std::nullopt;
+        });
     }
 
     ExprPtr parseAdd() {
-        ExprPtr left = parseMod();
-        while (isOp(p_, '+') || isOp(p_, '-')) {
-            const BinOp op = isOp(p_, '+') ? BinOp::Add : BinOp::Sub;
-            ++p_;
-            left = makeBinary(op, std::move(left), parseMod(), lineNo());
-        }
-        return left;
+        return leftAssociative(&Parser::parseMod, [this]() -> std::optional<BinOp> {
+            if (isOp(p_, '+'))
+                return BinOp::Add;
+            if (isOp(p_, '-'))
+                return BinOp::Sub;
+            return std::nullopt;
+        });
     }
 
     ExprPtr parseMod() {
-        ExprPtr left = parseIntDiv();
-        while (kw(p_) == Kw::Mod) {
-            ++p_;
-            left = makeBinary(BinOp::Mod, std::move(left), parseIntDiv(), lineNo());
-        }
-        return left;
+        return leftAssociative(&Parser::parseIntDiv, [this]() -> std::optional<BinOp> {
+            if (kw(p_) == Kw::Mod)
+                return BinOp::Mod;
+            return std::nullopt;
+        });
     }
 
     ExprPtr parseIntDiv() {
-        ExprPtr left = parseMul();
-        while (isOp(p_, '\\')) {
-            ++p_;
-            left = makeBinary(BinOp::IntDiv, std::move(left), parseMul(), lineNo());
-        }
-        return left;
+        return leftAssociative(&Parser::parseMul, [this]() -> std::optional<BinOp> {
+            if (isOp(p_, '\\'))
+                return BinOp::IntDiv;
+            return std::nullopt;
+        });
     }
 
     ExprPtr parseMul() {
-        ExprPtr left = parseUnary();
-        while (isOp(p_, '*') || isOp(p_, '/')) {
-            const BinOp op = isOp(p_, '*') ? BinOp::Mul : BinOp::Div;
-            ++p_;
-            left = makeBinary(op, std::move(left), parseUnary(), lineNo());
-        }
-        return left;
+        return leftAssociative(&Parser::parseUnary, [this]() -> std::optional<BinOp> {
+            if (isOp(p_, '*'))
+                return BinOp::Mul;
+            if (isOp(p_, '/'))
+                return BinOp::Div;
+            return std::nullopt;
+        });
     }
 
     ExprPtr parseUnary() {
