@@ -1,122 +1,173 @@
-// One pass over the line breaks of the text finds every declaration, the scope starts
-// and the parameter lists; a second walk over the lines finds local Dim lines. Lists are
-// grouped by prefix afterwards, so the merged list comes out in line order without any
-// sorting and every line number is known from the line-break count so far.
+// One pass over the line breaks of the text finds every declaration, the scope starts,
+// the parameter lists and the local Dim lines. What it finds is recorded as views into
+// the text; nothing is turned into Qt strings until a caller asks for lists.
+//
+// A large text can be cut into parts at line breaks and the parts scanned at the same
+// time. Little crosses a cut: the line count (added afterwards), the scope a part's
+// first locals belong to (filled in afterwards), and whether a prefix's parameter scan
+// ended in an earlier part (later parameters are then dropped). A cut is made only at a
+// line break whose previous character is not a line break, so the local line before
+// the cut ends exactly at it.
 #include "insight/declaration_scanner.h"
 
+#include <QStringView>
+
 #include <array>
+#include <cstring>
 #include <limits>
 #include <string>
-#include <string_view>
+#include <thread>
 #include <unordered_map>
-#include <vector>
 
 namespace {
+
+template <class Char> using View = std::basic_string_view<Char>;
 
 char16_t asciiLower(char16_t c) { return (c >= u'A' && c <= u'Z') ? char16_t(c + 32) : c; }
 
 // Whether `c` equals the ASCII letter or blank `want` when letter case is ignored, the
 // way Qt's case-insensitive searches compare: besides the ASCII pairs, only LATIN SMALL
 // LETTER LONG S folds onto "s" and KELVIN SIGN onto "k".
-bool sameIgnoringCase(char16_t c, char16_t want) {
-    if (c == want)
+template <class Char> bool sameIgnoringCase(Char c, char16_t want) {
+    const char16_t unit = char16_t(static_cast<std::make_unsigned_t<Char>>(c));
+    if (unit == want)
         return true;
     const char16_t lower = asciiLower(want);
-    if (c < 128)
-        return asciiLower(c) == lower;
-    return (c == 0x017F && lower == u's') || (c == 0x212A && lower == u'k');
+    if (unit < 128)
+        return asciiLower(unit) == lower;
+    return (unit == 0x017F && lower == u's') || (unit == 0x212A && lower == u'k');
 }
 
-} // namespace
+// Literal texts the scan compares with or records, in both character types.
+template <class Char> struct Literal;
+template <> struct Literal<char> {
+    static constexpr std::string_view dim = "Dim ";
+    static constexpr std::string_view publicDim = "Public Dim ";
+    static constexpr std::string_view privateDim = "Private Dim ";
+    static constexpr std::string_view as = " As ";
+    static constexpr std::string_view nsObject = "NSObject";
+};
+template <> struct Literal<char16_t> {
+    static constexpr std::u16string_view dim = u"Dim ";
+    static constexpr std::u16string_view publicDim = u"Public Dim ";
+    static constexpr std::u16string_view privateDim = u"Private Dim ";
+    static constexpr std::u16string_view as = u" As ";
+    static constexpr std::u16string_view nsObject = u"NSObject";
+};
 
-namespace scanner_text {
+// Searches through Qt's vectorised routines for UTF-16 and the C library's for bytes.
+template <class Char> std::size_t findChar(View<Char> text, Char c, std::size_t from = 0) {
+    if (from >= text.size())
+        return View<Char>::npos;
+    if constexpr (sizeof(Char) == 1) {
+        const void* at = std::memchr(text.data() + from, c, text.size() - from);
+        return at ? std::size_t(static_cast<const Char*>(at) - text.data()) : View<Char>::npos;
+    } else {
+        const qsizetype at = QStringView(text.data(), qsizetype(text.size())).indexOf(QChar(c), qsizetype(from));
+        return at < 0 ? View<Char>::npos : std::size_t(at);
+    }
+}
 
-static bool isBlankOrTab(QChar c) { return c == u' ' || c == u'\t'; }
+template <class Char> bool containsText(View<Char> text, View<Char> needle) {
+    if constexpr (sizeof(Char) == 1)
+        return text.find(needle) != View<Char>::npos;
+    else
+        return QStringView(text.data(), qsizetype(text.size()))
+            .contains(QStringView(needle.data(), qsizetype(needle.size())));
+}
 
-QStringView trimBlanks(QStringView s) {
-    qsizetype begin = 0;
-    qsizetype end = s.size();
+template <class Char> bool isBlankOrTab(Char c) { return c == Char(' ') || c == Char('\t'); }
+
+// The text without blanks and tabs at either end (line breaks are kept).
+template <class Char> View<Char> trimBlanks(View<Char> s) {
+    std::size_t begin = 0;
+    std::size_t end = s.size();
     while (begin < end && isBlankOrTab(s[begin]))
         ++begin;
     while (end > begin && isBlankOrTab(s[end - 1]))
         --end;
-    return s.sliced(begin, end - begin);
+    return s.substr(begin, end - begin);
 }
 
-QStringView nameOf(QStringView s) {
-    for (qsizetype i = 0; i < s.size(); ++i)
-        if (s[i] == u' ' || s[i] == u'(')
-            return s.first(i);
+// The name at the start of `s`: up to its first "(" or first blank, whichever comes
+// first; all of `s` when it has neither.
+template <class Char> View<Char> nameOf(View<Char> s) {
+    for (std::size_t i = 0; i < s.size(); ++i)
+        if (s[i] == Char(' ') || s[i] == Char('('))
+            return s.substr(0, i);
     return s;
 }
 
-// The type text before line breaks are removed (see typeOf); a view into `s`.
-static QStringView rawTypeOf(QStringView s) {
-    qsizetype as = s.size() - 4;
-    while (as >= 0 && !(s[as] == u' ' && sameIgnoringCase(s[as + 1].unicode(), u'a') &&
-                        sameIgnoringCase(s[as + 2].unicode(), u's') && s[as + 3] == u' '))
-        --as;
-    if (as < 0)
+// The type after the last " As " (letter case ignored), cut before its first blank, "("
+// or "'", trimmed; empty when there is no " As ". Line breaks are still in it.
+template <class Char> View<Char> rawTypeOf(View<Char> s) {
+    if (s.size() < 4)
         return {};
-    QStringView rest = s.sliced(as + 4);
-    for (qsizetype i = 0; i < rest.size(); ++i) {
-        if (rest[i] == u' ' || rest[i] == u'(' || rest[i] == u'\'') {
-            rest = rest.first(i);
+    std::size_t as = s.size() - 4;
+    for (;; --as) {
+        if (s[as] == Char(' ') && sameIgnoringCase(s[as + 1], u'a') && sameIgnoringCase(s[as + 2], u's') &&
+            s[as + 3] == Char(' '))
+            break;
+        if (as == 0)
+            return {};
+    }
+    View<Char> rest = s.substr(as + 4);
+    for (std::size_t i = 0; i < rest.size(); ++i) {
+        if (rest[i] == Char(' ') || rest[i] == Char('(') || rest[i] == Char('\'')) {
+            rest = rest.substr(0, i);
             break;
         }
     }
     return trimBlanks(rest);
 }
 
-QString typeOf(QStringView s) {
-    QString type = rawTypeOf(s).toString();
-    type.remove(QLatin1Char('\r'));
-    type.remove(QLatin1Char('\n'));
-    return type;
+// `text` without line feeds and carriage returns; a view into `text` when it has none.
+template <class Char> View<Char> withoutLineBreaks(View<Char> text, TextArena<Char>& arena) {
+    for (Char c : text)
+        if (c == Char('\r') || c == Char('\n'))
+            return arena.copyWithout(text, Char('\r'), Char('\n'));
+    return text;
 }
 
-QString withoutQuotesAndComment(QStringView line) {
-    QString out;
-    out.reserve(line.size());
-    qsizetype from = 0;
+// Appends `line` to `out` with every double-quoted part removed, then cuts `out`
+// before the first "'" of what was appended.
+template <class Char> void appendWithoutQuotesAndComment(std::basic_string<Char>& out, View<Char> line) {
+    const std::size_t appendedFrom = out.size();
+    std::size_t from = 0;
     for (;;) {
-        const qsizetype open = line.indexOf(u'"', from);
-        const qsizetype close = open < 0 ? -1 : line.indexOf(u'"', open + 1);
-        if (close < 0) {
-            out.append(line.sliced(from));
+        const std::size_t open = findChar(line, Char('"'), from);
+        const std::size_t close = open == View<Char>::npos ? open : findChar(line, Char('"'), open + 1);
+        if (close == View<Char>::npos) {
+            out.append(line.substr(from));
             break;
         }
-        out.append(line.sliced(from, open - from));
+        out.append(line.substr(from, open - from));
         from = close + 1;
     }
-    const qsizetype comment = out.indexOf(QLatin1Char('\''));
-    if (comment >= 0)
-        out.truncate(comment);
-    return out;
+    const std::size_t comment = out.find(Char('\''), appendedFrom);
+    if (comment != std::basic_string<Char>::npos)
+        out.resize(comment);
 }
 
-} // namespace scanner_text
+// `line` with every double-quoted part removed, then cut before its first "'"; a view
+// into `line` when it holds no quote.
+template <class Char> View<Char> withoutQuotesAndComment(View<Char> line, TextArena<Char>& arena) {
+    if (findChar(line, Char('"')) == View<Char>::npos) {
+        const std::size_t comment = findChar(line, Char('\''));
+        return comment == View<Char>::npos ? line : line.substr(0, comment);
+    }
+    std::basic_string<Char> cleaned;
+    appendWithoutQuotesAndComment(cleaned, line);
+    return arena.copy(cleaned);
+}
 
-namespace {
-
-using namespace scanner_text;
-
-// One of the 22 prefixes, in the order the kinds and their prefixes are searched.
-struct Prefix {
-    DeclarationKind kind;
-    QString text; // "\nPublic Sub "
-    bool isPublic;
-};
-
-const std::vector<Prefix>& prefixTable() {
-    static const std::vector<Prefix> table = [] {
-        std::vector<Prefix> prefixes;
-        for (DeclarationKind kind : allDeclarationKinds())
-            for (const QString& prefix : declarationKindInfo(kind).prefixes)
-                prefixes.push_back({kind, prefix, prefix.startsWith(QLatin1String("\nPublic "))});
-        return prefixes;
-    }();
-    return table;
+// The length of a class-level Dim keyword ("Dim ", "Public Dim ", "Private Dim ",
+// letter case as written) at the start of `rest`, or 0.
+template <class Char> std::size_t classLevelDimLength(View<Char> rest) {
+    for (View<Char> keyword : {Literal<Char>::dim, Literal<Char>::publicDim, Literal<Char>::privateDim})
+        if (rest.substr(0, keyword.size()) == keyword)
+            return keyword.size();
+    return 0;
 }
 
 // The prefixes whose keyword starts with a given ASCII letter, so that most lines are
@@ -124,193 +175,110 @@ const std::vector<Prefix>& prefixTable() {
 struct FirstLetterIndex {
     std::array<std::vector<int>, 128> byLetter;
     FirstLetterIndex() {
-        const auto& table = prefixTable();
-        for (int i = 0; i < int(table.size()); ++i)
-            byLetter[asciiLower(table[i].text.at(1).unicode())].push_back(i);
+        const auto& prefixes = declarationPrefixes();
+        for (int i = 0; i < int(prefixes.size()); ++i)
+            byLetter[asciiLower(prefixes[size_t(i)].text.at(1))].push_back(i);
     }
 };
 
-bool equalsIgnoringCase(const char16_t* at, const QString& prefix) {
-    const auto* want = reinterpret_cast<const char16_t*>(prefix.utf16());
-    for (qsizetype i = 0; i < prefix.size(); ++i)
-        if (!sameIgnoringCase(at[i], want[i]))
-            return false;
-    return true;
-}
-
 // The index of the prefix that stands at the line break `at`, ignoring case, or -1. No
 // two prefixes can match at the same place.
-int prefixAt(const char16_t* text, qsizetype size, qsizetype at) {
+template <class Char> int prefixAt(View<Char> text, std::size_t at) {
     static const FirstLetterIndex index;
-    char16_t first = text[at + 1];
+    char16_t first = char16_t(static_cast<std::make_unsigned_t<Char>>(text[at + 1]));
     if (first == 0x017F)
         first = u's';
     if (first >= 128)
         return -1;
-    const std::vector<int>& candidates = index.byLetter[asciiLower(first)];
-    for (int candidate : candidates) {
-        const QString& prefix = prefixTable()[candidate].text;
-        if (at + prefix.size() <= size && equalsIgnoringCase(text + at, prefix))
+    for (int candidate : index.byLetter[asciiLower(first)]) {
+        const std::u16string& prefix = declarationPrefixes()[size_t(candidate)].text;
+        if (at + prefix.size() > text.size())
+            continue;
+        bool same = true;
+        for (std::size_t i = 0; same && i < prefix.size(); ++i)
+            same = sameIgnoringCase(text[at + i], prefix[i]);
+        if (same)
             return candidate;
     }
     return -1;
 }
 
-bool equalsExactly(const char16_t* at, const QString& prefix) {
-    return QStringView(at, prefix.size()) == QStringView(prefix);
-}
-
-// One shared copy of each type text: a file names few types many times, and sharing
-// them keeps the results small and close together in memory.
-class TypeNames {
-public:
-    // The shared copy of `type` with line feeds and carriage returns removed.
-    QString shared(QStringView type) {
-        if (type.contains(u'\r') || type.contains(u'\n')) {
-            QString cleaned = type.toString();
-            cleaned.remove(QLatin1Char('\r'));
-            cleaned.remove(QLatin1Char('\n'));
-            return shared(cleaned);
-        }
-        const std::u16string_view key(type.utf16(), size_t(type.size()));
-        const auto found = known_.find(key);
-        if (found != known_.end())
-            return found->second;
-        QString copy = type.toString();
-        // The key views the stored copy's text, which never moves or changes.
-        known_.emplace(std::u16string_view(reinterpret_cast<const char16_t*>(copy.utf16()), size_t(copy.size())), copy);
-        return copy;
-    }
-
-private:
-    std::unordered_map<std::u16string_view, QString> known_;
-};
-
-struct ScopeStart {
-    qint64 position = std::numeric_limits<qint64>::max(); // none yet
-    QString name;
-};
-
-using LocalPairs = std::vector<std::pair<QString, QString>>;
-
-DeclarationEntry makeEntry(const Prefix& prefix, QStringView text, qsizetype match, qsizetype lineBreak,
-                           qint64 line, TypeNames& types) {
-    static const QString publicWord = QStringLiteral("Public");
-    static const QString privateWord = QStringLiteral("Private");
-    const DeclarationKindInfo& info = declarationKindInfo(prefix.kind);
-
-    DeclarationEntry entry;
-    const qsizetype titleStart = match + prefix.text.size();
-    entry.title = text.sliced(titleStart, lineBreak - titleStart).toString();
-    if (entry.title.contains(QLatin1Char('\r')))
-        entry.title.remove(QLatin1Char('\r'));
-    entry.image = info.image;
-    entry.tag = 1;
-    entry.line = line;
-    entry.visibility = prefix.isPublic ? publicWord : privateWord;
-    entry.kind = info.word;
-
-    const QStringView title(entry.title);
-    entry.name = nameOf(title).toString();
-    const qsizetype open = title.indexOf(u'(');
-    if (open >= 0 && prefix.kind != DeclarationKind::Dim && prefix.kind != DeclarationKind::Const) {
-        // A ")" before the "(" leaves nothing between them.
-        const qsizetype close = title.indexOf(u')');
-        if (close > open)
-            entry.parameters = title.sliced(open, close - open + 1).toString();
-    }
-    if (info.declaresType)
-        entry.type = types.shared(rawTypeOf(title));
-    return entry;
-}
-
-// The parameters of one declaration line into `out` as ("Scope.name", type) pairs.
-// False when the line has no "(" or no ")", which ends the scan of that prefix.
-bool readParameters(const Prefix& prefix, QStringView line, LocalPairs& out, TypeNames& types) {
-    static const QString defaultType = QStringLiteral("NSObject");
-    const QString cleaned = withoutQuotesAndComment(line);
-    const qsizetype open = cleaned.indexOf(QLatin1Char('('));
-    const qsizetype close = cleaned.indexOf(QLatin1Char(')'));
-    if (open < 0 || close < 0)
+template <class Char> bool equalsExactly(View<Char> text, std::size_t at, const std::u16string& prefix) {
+    if (at + prefix.size() > text.size())
         return false;
-    const QStringView view(cleaned);
-    const qsizetype keywordEnd = prefix.text.size() - 1; // the line starts after the line break
-    const QString scope = trimBlanks(view.sliced(keywordEnd, open - keywordEnd)).toString();
-    const QStringView inner = close > open ? trimBlanks(view.sliced(open + 1, close - open - 1)) : QStringView();
-    if (inner.isEmpty())
-        return true;
-    for (QStringView piece : inner.split(u',')) {
-        const qsizetype as = piece.indexOf(QStringView(u" As "));
-        QStringView name = as >= 0 ? piece.first(as) : piece;
-        const QStringView type = as >= 0 ? trimBlanks(piece.sliced(as + 4)) : QStringView(defaultType);
-        out.emplace_back(scope + QLatin1Char('.') + trimBlanks(name).toString(), types.shared(type));
-    }
+    for (std::size_t i = 0; i < prefix.size(); ++i)
+        if (char16_t(static_cast<std::make_unsigned_t<Char>>(text[at + i])) != prefix[i])
+            return false;
     return true;
 }
 
-// The length of a class-level Dim keyword ("Dim ", "Public Dim ", "Private Dim ",
-// letter case as written) at the start of `rest`, or 0.
-qsizetype classLevelDimLength(QStringView rest) {
-    static const QStringView keywords[] = {u"Dim ", u"Public Dim ", u"Private Dim "};
-    for (QStringView keyword : keywords)
-        if (rest.startsWith(keyword))
-            return keyword.size();
-    return 0;
-}
+constexpr qint64 noPosition = std::numeric_limits<qint64>::max();
 
-// Appends `line` to `out` with every double-quoted part removed, then cuts `out`
-// before the first "'" of what was appended.
-void appendWithoutQuotesAndComment(std::u16string& out, QStringView line) {
-    const std::size_t appendedFrom = out.size();
-    const char16_t* chars = line.utf16();
-    qsizetype from = 0;
-    for (;;) {
-        const qsizetype open = line.indexOf(u'"', from);
-        const qsizetype close = open < 0 ? -1 : line.indexOf(u'"', open + 1);
-        const qsizetype keepTo = close < 0 ? line.size() : open;
-        out.append(chars + from, chars + keepTo);
-        if (close < 0)
-            break;
-        from = close + 1;
-    }
-    const std::size_t comment = out.find(u'\'', appendedFrom);
-    if (comment != std::u16string::npos)
-        out.resize(comment);
-}
+// A scope start as the local-line rule needs it. A part after a cut starts with the
+// marker "inherited": the scope before the cut, known only when the parts are joined.
+template <class Char> struct ScopeStart {
+    qint64 position = noPosition; // none yet
+    View<Char> name;
+    bool inherited = false;
+};
 
-// Whether a line can declare a local at all: it holds "Dim " or a quote whose removal
-// could join one.
-bool mayDeclareLocal(const char16_t* begin, const char16_t* end) {
-    for (const char16_t* c = begin; c < end; ++c) {
-        if (*c == u'"')
-            return true;
-        if (*c == u'D' && end - c >= 4 && c[1] == u'i' && c[2] == u'm' && c[3] == u' ')
-            return true;
-    }
-    return false;
-}
+template <class Char> struct PartResult {
+    ScanRecord<Char> record;
+    qint64 lineBreaks = 0; // line breaks whose following line this part examined
+    std::vector<bool> parameterScanEnded;
+    std::vector<bool> dimScopeInherited; // per recorded Dim
+    ScopeStart<Char> lastScope;
+};
 
-// One scan, fed the line breaks of the text in order. A declaration found at a line
-// break is completed when the next line break is seen (its title ends there); a local
-// line is examined as soon as its end is known. Nothing is searched twice.
-class Scan {
+// The scan of one part: the line breaks from `from` (a cut, or the text's start when
+// negative) up to `to` (the next cut, or the text's end). At `from` only the line after
+// the break is examined; at `to` only the line before it.
+template <class Char> class PartScan {
 public:
-    explicit Scan(QStringView text)
-        : text_(text), chars_(text.utf16()), size_(text.size()), lastOpenParenthesis_(text.lastIndexOf(u'(')),
-          entriesByPrefix_(prefixTable().size()), scopesByPrefix_(prefixTable().size()),
-          parametersByPrefix_(prefixTable().size()), parameterScanEnded_(prefixTable().size(), false) {}
+    PartScan(View<Char> text, qint64 lastOpenParenthesis, qint64 from, qint64 to)
+        : text_(text), lastOpenParenthesis_(lastOpenParenthesis), from_(from), to_(to) {
+        const std::size_t prefixCount = declarationPrefixes().size();
+        result_.record.parameters.resize(prefixCount);
+        result_.parameterScanEnded.assign(prefixCount, false);
+        if (from_ >= 0) {
+            latestScope_ = {-1, {}, true};
+            olderScope_ = latestScope_;
+        }
+    }
 
-    DeclarationLists run() {
-        for (qsizetype lineBreak = text_.indexOf(u'\n'); lineBreak >= 0; lineBreak = text_.indexOf(u'\n', lineBreak + 1))
-            onLineBreak(lineBreak);
+    PartResult<Char> run() {
+        qint64 lineBreak;
+        if (from_ >= 0) {
+            localStart_ = from_ + 1;
+            checkPrefix(from_);
+            ++lineBreaksSeen_;
+            lineBreak = next(from_ + 1);
+        } else {
+            lineBreak = next(0);
+        }
+        for (; lineBreak < to_; lineBreak = next(lineBreak + 1)) {
+            endLine(lineBreak);
+            checkPrefix(lineBreak);
+            ++lineBreaksSeen_;
+        }
         // A declaration on the last line, with no line break after it, stays pending:
         // it is not listed and its parameters are not read. The last line is not
         // examined for locals either.
-        return result();
+        if (to_ < qint64(text_.size()))
+            endLine(to_);
+        result_.lineBreaks = lineBreaksSeen_;
+        result_.lastScope = latestScope_;
+        return std::move(result_);
     }
 
 private:
-    void onLineBreak(qsizetype lineBreak) {
+    qint64 next(qint64 from) const {
+        const std::size_t at = findChar(text_, Char('\n'), std::size_t(from));
+        return at == View<Char>::npos ? qint64(text_.size()) : qint64(at);
+    }
+
+    // What the line break `lineBreak` ends: a pending declaration's line and a local line.
+    void endLine(qint64 lineBreak) {
         if (pendingPrefix_ >= 0) {
             completeDeclaration(pendingPrefix_, pendingMatch_, lineBreak);
             pendingPrefix_ = -1;
@@ -321,130 +289,329 @@ private:
             examineLocalLine(localStart_, lineBreak);
             localStart_ = lineBreak + 1;
         }
-        if (lineBreak + 1 < size_) {
-            const int p = prefixAt(chars_, size_, lineBreak);
-            if (p >= 0) {
-                pendingPrefix_ = p;
-                pendingMatch_ = lineBreak;
-                // The match is the line break that ends line n, where n counts the line
-                // breaks before it plus one; the declaration stands on line n + 1.
-                pendingLine_ = lineBreaksSeen_ + 2;
-            }
-        }
-        ++lineBreaksSeen_;
     }
 
-    void completeDeclaration(int p, qsizetype match, qsizetype lineBreak) {
-        const Prefix& prefix = prefixTable()[p];
-        const bool takesParameters = declarationKindInfo(prefix.kind).takesParameters;
+    void checkPrefix(qint64 lineBreak) {
+        if (lineBreak + 1 >= qint64(text_.size()))
+            return;
+        const int p = prefixAt(text_, std::size_t(lineBreak));
+        if (p >= 0) {
+            pendingPrefix_ = p;
+            pendingMatch_ = lineBreak;
+            // The match is the line break that ends line n, where n counts the line
+            // breaks before it plus one; the declaration stands on line n + 1.
+            pendingLine_ = lineBreaksSeen_ + 2;
+        }
+    }
+
+    void completeDeclaration(int p, qint64 match, qint64 lineBreak) {
+        const DeclarationPrefix& prefix = declarationPrefixes()[size_t(p)];
+        const DeclarationKindInfo& info = declarationKindInfo(prefix.kind);
         // A kind with a parameter list needs a "(" somewhere after the declaration.
-        if (!takesParameters || lastOpenParenthesis_ > match) {
-            DeclarationEntry entry = makeEntry(prefix, text_, match, lineBreak, pendingLine_, types_);
-            if (takesParameters) {
-                scopesByPrefix_[p].push_back({match, entry.name});
-                olderScope_ = std::move(latestScope_);
-                latestScope_ = {match, entry.name};
+        if (!info.takesParameters || lastOpenParenthesis_ > match) {
+            const auto& entry = result_.record.entries.emplace_back(makeEntry(p, info, match, lineBreak));
+            if (info.takesParameters) {
+                olderScope_ = latestScope_;
+                latestScope_ = {match, entry.name, false};
             }
-            all_.append(entry);
-            entriesByPrefix_[p].append(std::move(entry));
         }
         // Parameters are read with the exact letter case of the prefix.
-        if (takesParameters && !parameterScanEnded_[p] && equalsExactly(chars_ + match, prefix.text) &&
-            !readParameters(prefix, text_.sliced(match + 1, lineBreak - match - 1), parametersByPrefix_[p], types_))
-            parameterScanEnded_[p] = true;
+        if (info.takesParameters && !result_.parameterScanEnded[size_t(p)] &&
+            equalsExactly(text_, std::size_t(match), prefix.text) &&
+            !readParameters(prefix, text_.substr(std::size_t(match + 1), std::size_t(lineBreak - match - 1)),
+                            result_.record.parameters[size_t(p)]))
+            result_.parameterScanEnded[size_t(p)] = true;
     }
 
-    void examineLocalLine(qsizetype start, qsizetype end) {
-        if (!mayDeclareLocal(chars_ + start, chars_ + end))
+    typename ScanRecord<Char>::Entry makeEntry(int p, const DeclarationKindInfo& info, qint64 match,
+                                               qint64 lineBreak) {
+        const DeclarationPrefix& prefix = declarationPrefixes()[size_t(p)];
+        typename ScanRecord<Char>::Entry entry{match, pendingLine_, p, {}, {}, {}, {}};
+        const std::size_t titleStart = std::size_t(match) + prefix.text.size();
+        View<Char> title = text_.substr(titleStart, std::size_t(lineBreak) - titleStart);
+        // Carriage returns are removed; usually there is one, at the end.
+        while (!title.empty() && title.back() == Char('\r'))
+            title.remove_suffix(1);
+        if (findChar(title, Char('\r')) != View<Char>::npos)
+            title = arena().copyWithout(title, Char('\r'), Char('\r'));
+        entry.title = title;
+        entry.name = nameOf(title);
+        const std::size_t open = findChar(title, Char('('));
+        if (open != View<Char>::npos && prefix.kind != DeclarationKind::Dim && prefix.kind != DeclarationKind::Const) {
+            // A ")" before the "(" leaves nothing between them.
+            const std::size_t close = findChar(title, Char(')'));
+            if (close != View<Char>::npos && close > open)
+                entry.parameters = title.substr(open, close - open + 1);
+        }
+        if (info.declaresType)
+            entry.type = rawTypeOf(title);
+        return entry;
+    }
+
+    // The parameters of one declaration line as (scope, name, type) into `out`. False
+    // when the line has no "(" or no ")", which ends the scan of that prefix.
+    bool readParameters(const DeclarationPrefix& prefix, View<Char> line, std::vector<typename ScanRecord<Char>::Local>& out) {
+        const View<Char> cleaned = withoutQuotesAndComment(line, arena());
+        const std::size_t open = findChar(cleaned, Char('('));
+        const std::size_t close = findChar(cleaned, Char(')'));
+        if (open == View<Char>::npos || close == View<Char>::npos)
+            return false;
+        const std::size_t keywordEnd = prefix.text.size() - 1; // the line starts after the line break
+        const View<Char> scope = trimBlanks(cleaned.substr(keywordEnd, open - keywordEnd));
+        const View<Char> inner = close > open ? trimBlanks(cleaned.substr(open + 1, close - open - 1)) : View<Char>();
+        if (inner.empty())
+            return true;
+        std::size_t pieceStart = 0;
+        for (;;) {
+            const std::size_t comma = findChar(inner, Char(','), pieceStart);
+            const View<Char> piece =
+                inner.substr(pieceStart, comma == View<Char>::npos ? View<Char>::npos : comma - pieceStart);
+            const std::size_t as = piece.find(Literal<Char>::as);
+            const View<Char> name = as != View<Char>::npos ? piece.substr(0, as) : piece;
+            const View<Char> type = as != View<Char>::npos ? withoutLineBreaks(trimBlanks(piece.substr(as + 4)), arena())
+                                                           : Literal<Char>::nsObject;
+            out.push_back({scope, trimBlanks(name), type});
+            if (comma == View<Char>::npos)
+                break;
+            pieceStart = comma + 1;
+        }
+        return true;
+    }
+
+    // Whether a line can declare a local at all: it holds "Dim " or a quote whose
+    // removal could join one.
+    static bool mayDeclareLocal(View<Char> line) {
+        return findChar(line, Char('"')) != View<Char>::npos || containsText(line, Literal<Char>::dim);
+    }
+
+    void examineLocalLine(qint64 start, qint64 end) {
+        View<Char> raw = text_.substr(std::size_t(start), std::size_t(end - start));
+        if (!mayDeclareLocal(raw))
             return;
         // A class-level Dim keyword directly after a line break reads as one blank, so
         // only indented Dim lines declare locals.
-        QStringView raw = text_.sliced(start, end - start);
         line_.clear();
-        if (const qsizetype length = start > 0 ? classLevelDimLength(raw) : 0) {
-            line_ += u' ';
-            raw = raw.sliced(length);
-        } else if (raw.startsWith(u'\n')) {
-            if (const qsizetype joined = classLevelDimLength(raw.sliced(1))) {
-                line_ += u"\n ";
-                raw = raw.sliced(1 + joined);
+        if (const std::size_t length = start > 0 ? classLevelDimLength(raw) : 0) {
+            line_ += Char(' ');
+            raw = raw.substr(length);
+        } else if (!raw.empty() && raw.front() == Char('\n')) {
+            if (const std::size_t joined = classLevelDimLength(raw.substr(1))) {
+                line_ += Char('\n');
+                line_ += Char(' ');
+                raw = raw.substr(1 + joined);
             }
         }
         appendWithoutQuotesAndComment(line_, raw);
-        if (line_.find(u"Dim ") == std::u16string::npos)
+        if (line_.find(Literal<Char>::dim) == std::basic_string<Char>::npos)
             return;
 
-        QStringView rest = QStringView(line_.data(), qsizetype(line_.size())).sliced(1);
-        while (!rest.isEmpty() && rest.front() == u' ')
-            rest = rest.sliced(1);
-        const qsizetype blank = rest.indexOf(u' ');
-        if (blank >= 0)
-            rest = rest.sliced(blank + 1);
+        View<Char> rest = View<Char>(line_).substr(1);
+        while (!rest.empty() && rest.front() == Char(' '))
+            rest.remove_prefix(1);
+        const std::size_t blank = findChar(rest, Char(' '));
+        if (blank != View<Char>::npos)
+            rest = rest.substr(blank + 1);
         // The scope is the last scope start before the line. Only a declaration at the
         // line's own first character (an empty line's break) can be at or after it.
-        const ScopeStart& scope = latestScope_.position < start ? latestScope_ : olderScope_;
-        const QStringView scopeName = scope.position < start ? QStringView(scope.name) : QStringView();
-        const QStringView name = nameOf(rest);
-        QString key;
-        key.reserve(scopeName.size() + 1 + name.size());
-        key.append(scopeName).append(QLatin1Char('.')).append(name);
-        localDims_.emplace_back(std::move(key), types_.shared(rawTypeOf(rest)));
+        const ScopeStart<Char>& scope = latestScope_.position < start ? latestScope_ : olderScope_;
+        const bool known = scope.position < start;
+        result_.record.dims.push_back({known ? scope.name : View<Char>(), arena().copy(nameOf(rest)),
+                                       arena().copy(withoutLineBreaks(rawTypeOf(rest), arena()))});
+        result_.dimScopeInherited.push_back(known && scope.inherited);
     }
 
-    DeclarationLists result() {
-        const auto& prefixes = prefixTable();
-        DeclarationLists result;
-        for (DeclarationKind kind : allDeclarationKinds()) {
-            QList<DeclarationEntry> entries;
-            for (size_t p = 0; p < prefixes.size(); ++p) {
-                if (prefixes[p].kind != kind)
-                    continue;
-                entries.append(std::move(entriesByPrefix_[p]));
-                for (const ScopeStart& start : scopesByPrefix_[p]) {
-                    result.lineSeparators.append(start.position);
-                    result.lineSeparatorsType.append(start.name);
-                }
-            }
-            result.kinds[int(kind)] = DeclarationList::make(declarationKindInfo(kind).word, std::move(entries));
-        }
-        result.all = DeclarationList::make(QStringLiteral("All"), std::move(all_));
+    TextArena<Char>& arena() { return result_.record.arena; }
 
-        // Parameters come after the Dim lines and replace a Dim of the same key.
-        qsizetype localCount = qsizetype(localDims_.size());
-        for (const LocalPairs& parameters : parametersByPrefix_)
-            localCount += qsizetype(parameters.size());
-        result.locals.reserve(localCount);
-        for (const auto& [key, type] : localDims_)
-            result.locals.insert(key, type);
-        for (const LocalPairs& parameters : parametersByPrefix_)
-            for (const auto& [key, type] : parameters)
-                result.locals.insert(key, type);
-        return result;
-    }
-
-    const QStringView text_;
-    const char16_t* const chars_;
-    const qsizetype size_;
-    const qsizetype lastOpenParenthesis_;
+    const View<Char> text_;
+    const qint64 lastOpenParenthesis_;
+    const qint64 from_;
+    const qint64 to_;
 
     qint64 lineBreaksSeen_ = 0;
     int pendingPrefix_ = -1; // a declaration waiting for the line break after it
-    qsizetype pendingMatch_ = 0;
+    qint64 pendingMatch_ = 0;
     qint64 pendingLine_ = 0;
-    qsizetype localStart_ = 0; // start of the local line not yet examined
-    ScopeStart latestScope_;   // the last two scope starts found, in position order
-    ScopeStart olderScope_;
-    std::u16string line_; // reused for every local line, so examining one allocates nothing
+    qint64 localStart_ = 0;        // start of the local line not yet examined
+    ScopeStart<Char> latestScope_; // the last two scope starts found, in position order
+    ScopeStart<Char> olderScope_;
+    std::basic_string<Char> line_; // reused for every local line
+    PartResult<Char> result_;
+};
 
-    std::vector<QList<DeclarationEntry>> entriesByPrefix_;
-    std::vector<std::vector<ScopeStart>> scopesByPrefix_;
-    std::vector<LocalPairs> parametersByPrefix_;
-    std::vector<bool> parameterScanEnded_;
-    QList<DeclarationEntry> all_;
-    LocalPairs localDims_;
-    TypeNames types_;
+// The cuts for `parts` parts of about equal size: line breaks whose previous
+// character is not a line break. Fewer when the text offers none.
+template <class Char> std::vector<qint64> cutsFor(View<Char> text, int parts) {
+    std::vector<qint64> cuts;
+    for (int i = 1; i < parts; ++i) {
+        std::size_t at = std::max<std::size_t>(text.size() / std::size_t(parts) * std::size_t(i), 1);
+        if (!cuts.empty())
+            at = std::max(at, std::size_t(cuts.back()) + 2);
+        for (at = findChar(text, Char('\n'), at); at != View<Char>::npos && text[at - 1] == Char('\n');
+             at = findChar(text, Char('\n'), at + 1)) {
+        }
+        if (at == View<Char>::npos)
+            break;
+        cuts.push_back(qint64(at));
+    }
+    return cuts;
+}
+
+// Joins the parts' results in text order into the record of one pass.
+template <class Char> ScanRecord<Char> join(std::vector<PartResult<Char>>& parts) {
+    PartResult<Char>& first = parts.front();
+    ScanRecord<Char> record = std::move(first.record);
+    std::vector<bool> ended = first.parameterScanEnded;
+    ScopeStart<Char> lastScope = first.lastScope;
+    qint64 lineOffset = first.lineBreaks;
+    for (size_t k = 1; k < parts.size(); ++k) {
+        PartResult<Char>& part = parts[k];
+        for (auto& entry : part.record.entries) {
+            entry.line += lineOffset;
+            record.entries.push_back(entry);
+        }
+        const View<Char> scopeBefore = lastScope.position == noPosition ? View<Char>() : lastScope.name;
+        for (size_t d = 0; d < part.record.dims.size(); ++d) {
+            auto dim = part.record.dims[d];
+            if (part.dimScopeInherited[d])
+                dim.scope = scopeBefore;
+            record.dims.push_back(dim);
+        }
+        for (size_t p = 0; p < ended.size(); ++p) {
+            if (ended[p])
+                continue;
+            auto& into = record.parameters[p];
+            into.insert(into.end(), part.record.parameters[p].begin(), part.record.parameters[p].end());
+            ended[p] = part.parameterScanEnded[p];
+        }
+        if (!part.lastScope.inherited)
+            lastScope = part.lastScope;
+        lineOffset += part.lineBreaks;
+        record.arena.adopt(std::move(part.record.arena));
+    }
+    return record;
+}
+
+template <class Char> qint64 lastIndexOf(View<Char> text, Char c) {
+    const std::size_t at = text.rfind(c);
+    return at == View<Char>::npos ? -1 : qint64(at);
+}
+
+template <class Char> QString toQString(View<Char> text) {
+    if constexpr (sizeof(Char) == 1)
+        return QString::fromLatin1(text.data(), qsizetype(text.size()));
+    else
+        return QString(reinterpret_cast<const QChar*>(text.data()), qsizetype(text.size()));
+}
+
+// One shared copy of each type text: a file names few types many times, and sharing
+// them keeps the lists small and close together in memory.
+template <class Char> class TypeNames {
+public:
+    QString shared(View<Char> type) {
+        auto found = known_.find(type);
+        if (found == known_.end())
+            found = known_.emplace(type, toQString(type)).first;
+        return found->second;
+    }
+
+private:
+    std::unordered_map<View<Char>, QString> known_;
 };
 
 } // namespace
 
-DeclarationLists scanDeclarations(QStringView text) { return Scan(text).run(); }
+const std::vector<DeclarationPrefix>& declarationPrefixes() {
+    static const std::vector<DeclarationPrefix> table = [] {
+        std::vector<DeclarationPrefix> prefixes;
+        for (DeclarationKind kind : allDeclarationKinds())
+            for (const QString& prefix : declarationKindInfo(kind).prefixes)
+                prefixes.push_back({kind, prefix.startsWith(QLatin1String("\nPublic ")), prefix.toStdU16String()});
+        return prefixes;
+    }();
+    return table;
+}
+
+template <class Char> ScanRecord<Char> recordDeclarations(std::basic_string_view<Char> text, int parts) {
+    const qint64 lastOpenParenthesis = lastIndexOf(text, Char('('));
+    const std::vector<qint64> cuts = parts > 1 ? cutsFor(text, parts) : std::vector<qint64>();
+    std::vector<PartResult<Char>> results(cuts.size() + 1);
+    auto scanPart = [&](size_t k) {
+        const qint64 from = k == 0 ? -1 : cuts[k - 1];
+        const qint64 to = k < cuts.size() ? cuts[k] : qint64(text.size());
+        results[k] = PartScan<Char>(text, lastOpenParenthesis, from, to).run();
+    };
+    std::vector<std::thread> threads;
+    for (size_t k = 1; k < results.size(); ++k)
+        threads.emplace_back(scanPart, k);
+    scanPart(0);
+    for (std::thread& thread : threads)
+        thread.join();
+    return join(results);
+}
+
+template <class Char> DeclarationLists declarationListsOf(const ScanRecord<Char>& record) {
+    static const QString publicWord = QStringLiteral("Public");
+    static const QString privateWord = QStringLiteral("Private");
+    const auto& prefixes = declarationPrefixes();
+    TypeNames<Char> types;
+
+    QList<DeclarationEntry> all;
+    all.reserve(qsizetype(record.entries.size()));
+    for (const auto& e : record.entries) {
+        const DeclarationPrefix& prefix = prefixes[size_t(e.prefix)];
+        const DeclarationKindInfo& info = declarationKindInfo(prefix.kind);
+        DeclarationEntry& entry = all.emplaceBack();
+        entry.title = toQString(e.title);
+        entry.image = info.image;
+        entry.tag = 1;
+        entry.line = e.line;
+        entry.visibility = prefix.isPublic ? publicWord : privateWord;
+        entry.kind = info.word;
+        entry.name = toQString(e.name);
+        if (!e.parameters.empty())
+            entry.parameters = toQString(e.parameters);
+        if (info.declaresType)
+            entry.type = types.shared(e.type);
+    }
+
+    DeclarationLists result;
+    QList<DeclarationEntry> kindEntries[declarationKindCount];
+    forEachEntryByKind(record, [&](DeclarationKind kind, int i) {
+        kindEntries[int(kind)].append(all.at(i));
+        if (declarationKindInfo(kind).takesParameters) {
+            result.lineSeparators.append(record.entries[size_t(i)].position);
+            result.lineSeparatorsType.append(all.at(i).name);
+        }
+    });
+    for (DeclarationKind kind : allDeclarationKinds())
+        result.kinds[int(kind)] =
+            DeclarationList::make(declarationKindInfo(kind).word, std::move(kindEntries[int(kind)]));
+    result.all = DeclarationList::make(QStringLiteral("All"), std::move(all));
+
+    // Parameters come after the Dim lines and replace a Dim of the same key.
+    qsizetype localCount = qsizetype(record.dims.size());
+    for (const auto& parameters : record.parameters)
+        localCount += qsizetype(parameters.size());
+    result.locals.reserve(localCount);
+    auto insertLocal = [&](const typename ScanRecord<Char>::Local& local) {
+        QString key;
+        key.reserve(qsizetype(local.scope.size() + 1 + local.name.size()));
+        key.append(toQString(local.scope)).append(QLatin1Char('.')).append(toQString(local.name));
+        result.locals.insert(key, types.shared(local.type));
+    };
+    for (const auto& dim : record.dims)
+        insertLocal(dim);
+    for (const auto& parameters : record.parameters)
+        for (const auto& parameter : parameters)
+            insertLocal(parameter);
+    return result;
+}
+
+DeclarationLists scanDeclarations(QStringView text) {
+    return declarationListsOf(recordDeclarations(std::u16string_view(text.utf16(), size_t(text.size()))));
+}
+
+template ScanRecord<char> recordDeclarations<char>(std::string_view, int);
+template ScanRecord<char16_t> recordDeclarations<char16_t>(std::u16string_view, int);
+template DeclarationLists declarationListsOf<char>(const ScanRecord<char>&);
+template DeclarationLists declarationListsOf<char16_t>(const ScanRecord<char16_t>&);

@@ -9,24 +9,23 @@
 // linearly with the size of the text.
 
 #include "insight/declarations.h"
+#include "insight/scan_record.h"
 
 #include <QStringView>
+#include <string_view>
 
+// Scans `text` into a record. With `parts` above 1 a large text is cut at line breaks
+// and the parts are scanned on that many threads at once; the record is the same as
+// from one pass. Char is char for pure-ASCII text and char16_t otherwise.
+template <class Char> ScanRecord<Char> recordDeclarations(std::basic_string_view<Char> text, int parts = 1);
+
+// The navigator lists, scope starts and locals of a record, as Qt values.
+template <class Char> DeclarationLists declarationListsOf(const ScanRecord<Char>& record);
+
+// Both steps for a decoded text.
 DeclarationLists scanDeclarations(QStringView text);
 
-// The small text rules the scanner is made of, shared with the tools that print its
-// results.
-namespace scanner_text {
-
-// The text without blanks and tabs at either end (line breaks are kept).
-QStringView trimBlanks(QStringView s);
-// The name at the start of `s`: up to its first "(" or first blank, whichever comes
-// first; all of `s` when it has neither.
-QStringView nameOf(QStringView s);
-// The type after the last " As " (letter case ignored), cut before its first blank,
-// "(" or "'", trimmed, without line breaks; "" when there is no " As ".
-QString typeOf(QStringView s);
-// `line` with every double-quoted part removed, then cut before its first "'".
-QString withoutQuotesAndComment(QStringView line);
-
-} // namespace scanner_text
+extern template ScanRecord<char> recordDeclarations<char>(std::string_view, int);
+extern template ScanRecord<char16_t> recordDeclarations<char16_t>(std::u16string_view, int);
+extern template DeclarationLists declarationListsOf<char>(const ScanRecord<char>&);
+extern template DeclarationLists declarationListsOf<char16_t>(const ScanRecord<char16_t>&);

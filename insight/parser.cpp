@@ -59,7 +59,8 @@ void parser::ParseFile(const QString& path) {
     GuardRelease release([this, path] { unlock(path); });
 
     // The scan works on its own copies; the stores are touched only to publish.
-    DeclarationLists lists = scanDeclarations(readSourceText(path).value_or(QString()));
+    const QByteArray bytes = readSourceBytes(path).value_or(QByteArray());
+    DeclarationLists lists = withSourceText(bytes, [](auto text) { return declarationListsOf(recordDeclarations(text)); });
 
     auto all = std::make_shared<const DeclarationList>(std::move(lists.all));
     std::shared_ptr<const DeclarationList> kinds[declarationKindCount];

@@ -5,15 +5,13 @@
 #include "insight/source_text.h"
 #include "insight/tags.h"
 
-#include <QMutex>
-#include <QMutexLocker>
-
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <memory>
 #include <optional>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -23,35 +21,40 @@ void printError(const QString& message) {
     std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
 }
 
-// The JSON object of one file, or nothing when it cannot be read. The lists are left
-// for the end of the process to reclaim: freeing tens of thousands of small strings
-// one by one would cost a large part of the run. They stay reachable, so leak checkers
-// do not count them.
-std::optional<QByteArray> scanFileJson(const QString& path) {
-    static QMutex keptMutex;
-    static auto* kept = new std::vector<std::unique_ptr<const DeclarationLists>>;
+// A text this large is cut into parts scanned on every core at once.
+constexpr qsizetype splitAbove = 1 << 20;
 
-    const std::optional<QString> text = readSourceText(path);
-    if (!text)
+int coreCount() { return int(std::max(1u, std::thread::hardware_concurrency())); }
+
+// The JSON object of one file, or nothing when it cannot be read.
+std::optional<JsonOutput> scanFileJson(const QString& path, int parts) {
+    const std::optional<QByteArray> bytes = readSourceBytes(path);
+    if (!bytes)
         return std::nullopt;
-    auto lists = std::make_unique<const DeclarationLists>(scanDeclarations(*text));
-    QByteArray json;
-    json.reserve(2 * text->size());
-    appendScanResultJson(json, path, *lists);
-    QMutexLocker locker(&keptMutex);
-    kept->push_back(std::move(lists));
-    return json;
+    if (bytes->size() < splitAbove)
+        parts = 1;
+    return withSourceText(*bytes, [&](auto text) {
+        const auto record = recordDeclarations(text, parts);
+        JsonOutput json;
+        appendScanResultJson(json, path, record);
+        return json;
+    });
 }
 
-// Scans the files on every core, each file once, results in argument order.
-std::vector<std::optional<QByteArray>> scanFilesJson(const QStringList& files) {
-    std::vector<std::optional<QByteArray>> results(size_t(files.size()));
+// Scans the files on every core, each file once, results in argument order. A single
+// large file is cut into parts instead.
+std::vector<std::optional<JsonOutput>> scanFilesJson(const QStringList& files) {
+    std::vector<std::optional<JsonOutput>> results(size_t(files.size()));
+    if (files.size() == 1) {
+        results[0] = scanFileJson(files[0], coreCount());
+        return results;
+    }
     std::atomic<qsizetype> next{0};
     auto work = [&] {
         for (qsizetype i = next++; i < files.size(); i = next++)
-            results[size_t(i)] = scanFileJson(files[i]);
+            results[size_t(i)] = scanFileJson(files[i], 1);
     };
-    const qsizetype workers = std::min<qsizetype>(files.size(), std::max(1u, std::thread::hardware_concurrency()));
+    const qsizetype workers = std::min<qsizetype>(files.size(), coreCount());
     std::vector<std::thread> threads;
     for (qsizetype w = 1; w < workers; ++w)
         threads.emplace_back(work);
@@ -61,30 +64,35 @@ std::vector<std::optional<QByteArray>> scanFilesJson(const QStringList& files) {
     return results;
 }
 
+bool writeAll(const char* bytes, std::size_t size) { return writeBytes(STDOUT_FILENO, {bytes, size}); }
+
 int runScan(const QStringList& files) {
     if (files.isEmpty()) {
         printError(QStringLiteral("usage: kelvaro --scan FILE..."));
         return 2;
     }
-    std::vector<std::optional<QByteArray>> results = scanFilesJson(files);
-    QByteArray json = "[";
+    std::vector<std::optional<JsonOutput>> results = scanFilesJson(files);
+    std::fflush(stdout);
     QStringList unreadable;
+    bool first = true;
+    bool written = writeAll("[", 1);
     for (size_t i = 0; i < results.size(); ++i) {
         if (!results[i]) {
             unreadable << files[qsizetype(i)];
             continue;
         }
-        if (json.size() > 1)
-            json += ',';
-        json += *results[i];
+        if (!first)
+            written = written && writeAll(",", 1);
+        first = false;
+        written = written && results[i]->writeTo(STDOUT_FILENO);
         results[i].reset();
     }
-    json += "]\n";
-    std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
-    std::fflush(stdout);
+    written = written && writeAll("]\n", 2);
+    if (!written)
+        printError(QStringLiteral("kelvaro --scan: cannot write the output"));
     for (const QString& path : unreadable)
         printError(QStringLiteral("kelvaro --scan: cannot read %1").arg(path));
-    return unreadable.isEmpty() ? 0 : 1;
+    return unreadable.isEmpty() && written ? 0 : 1;
 }
 
 int runTags(const QStringList& folders) {

@@ -1,203 +1,201 @@
 #include "insight/scan_json.h"
 
-#include <algorithm>
-#include <charconv>
-#include <cstring>
+#include <bit>
+#include <string>
 #include <vector>
 
 namespace {
 
-// Appends to a QByteArray through a raw cursor, growing it in large steps. Appending
-// piece by piece through QByteArray's own operations cost more than the scan itself
-// on a large file.
-class JsonWriter {
-public:
-    explicit JsonWriter(QByteArray& out) : out_(out), used_(out.size()) { base_ = out_.data(); }
-    ~JsonWriter() { out_.resize(used_); }
-    JsonWriter(const JsonWriter&) = delete;
-    JsonWriter& operator=(const JsonWriter&) = delete;
+template <class Char> using View = std::basic_string_view<Char>;
 
-    template <std::size_t N> void literal(const char (&text)[N]) {
-        ensure(N - 1);
-        std::memcpy(base_ + used_, text, N - 1);
-        used_ += N - 1;
-    }
+// `,"visibility":"Public","kind":"Sub","name":` for each prefix: the part of an entry
+// that its prefix alone decides.
+const std::vector<std::string>& entryMiddles() {
+    static const std::vector<std::string> middles = [] {
+        std::vector<std::string> out;
+        for (const DeclarationPrefix& prefix : declarationPrefixes())
+            out.push_back(std::string(",\"visibility\":\"") + (prefix.isPublic ? "Public" : "Private") +
+                          "\",\"kind\":\"" + declarationKindInfo(prefix.kind).word.toStdString() + "\",\"name\":");
+        return out;
+    }();
+    return middles;
+}
 
-    qsizetype size() const { return used_; }
-
-    // Appends a copy of bytes already written, [from, to).
-    void repeat(qsizetype from, qsizetype to) {
-        ensure(to - from);
-        std::memmove(base_ + used_, base_ + from, size_t(to - from));
-        used_ += to - from;
-    }
-
-    void number(qint64 value) {
-        ensure(24);
-        used_ = std::to_chars(base_ + used_, base_ + used_ + 24, value).ptr - base_;
-    }
-
-    void string(QStringView text) {
-        static const char hex[] = "0123456789abcdef";
-        ensure(6 * text.size() + 2); // the most one UTF-16 unit can take, escaped
-        char* w = base_ + used_;
-        *w++ = '"';
-        const char16_t* chars = text.utf16();
-        const qsizetype size = text.size();
-        for (qsizetype i = 0; i < size; ++i) {
-            const char32_t c = chars[i];
-            if (c < 0x80) {
-                if (c >= 0x20 && c != '"' && c != '\\') {
-                    *w++ = char(c);
-                    continue;
-                }
-                *w++ = '\\';
-                switch (c) {
-                case '"': *w++ = '"'; break;
-                case '\\': *w++ = '\\'; break;
-                case '\n': *w++ = 'n'; break;
-                case '\r': *w++ = 'r'; break;
-                case '\t': *w++ = 't'; break;
-                default:
-                    *w++ = 'u';
-                    *w++ = '0';
-                    *w++ = '0';
-                    *w++ = hex[c >> 4];
-                    *w++ = hex[c & 15];
-                }
-            } else if (c < 0x800) {
-                *w++ = char(0xC0 | (c >> 6));
-                *w++ = char(0x80 | (c & 0x3F));
-            } else if (QChar::isHighSurrogate(c) && i + 1 < size && QChar::isLowSurrogate(chars[i + 1])) {
-                const char32_t full = QChar::surrogateToUcs4(char16_t(c), chars[++i]);
-                *w++ = char(0xF0 | (full >> 18));
-                *w++ = char(0x80 | ((full >> 12) & 0x3F));
-                *w++ = char(0x80 | ((full >> 6) & 0x3F));
-                *w++ = char(0x80 | (full & 0x3F));
-            } else {
-                // A lone surrogate cannot be written as UTF-8: it becomes U+FFFD.
-                const char32_t code = QChar::isSurrogate(c) ? 0xFFFD : c;
-                *w++ = char(0xE0 | (code >> 12));
-                *w++ = char(0x80 | ((code >> 6) & 0x3F));
-                *w++ = char(0x80 | (code & 0x3F));
-            }
-        }
-        *w++ = '"';
-        used_ = w - base_;
-    }
-
-private:
-    void ensure(qsizetype more) {
-        if (used_ + more <= out_.size())
-            return;
-        out_.resize(std::max(2 * out_.size(), used_ + more + 65536));
-        base_ = out_.data();
-    }
-
-    QByteArray& out_;
-    qsizetype used_;
-    char* base_;
+// Where one entry's bytes went; they are in one chunk and never move.
+struct WrittenEntry {
+    const char* at;
+    std::size_t size;
 };
 
-void writeEntry(JsonWriter& json, const DeclarationEntry& e) {
+template <class Char> WrittenEntry writeEntry(JsonOutput& json, const typename ScanRecord<Char>::Entry& e) {
+    const std::string& middle = entryMiddles()[size_t(e.prefix)];
+    // Room for the whole entry, so that it lands in one chunk.
+    json.room(6 * (e.title.size() + e.name.size() + e.parameters.size() + e.type.size()) + middle.size() + 96);
+    const char* start = json.position();
     json.literal("{\"title\":");
     json.string(e.title);
     json.literal(",\"line\":");
     json.number(e.line);
-    json.literal(",\"visibility\":");
-    json.string(e.visibility);
-    json.literal(",\"kind\":");
-    json.string(e.kind);
-    json.literal(",\"name\":");
+    json.raw(middle.data(), middle.size());
     json.string(e.name);
     json.literal(",\"parameters\":");
     json.string(e.parameters);
     json.literal(",\"type\":");
     json.string(e.type);
     json.literal("}");
+    return {start, std::size_t(json.position() - start)};
 }
 
-// Where each entry of the All list was written, so that the kind lists, which hold
-// the same entries, copy those bytes instead of encoding every string a second time.
-struct WrittenEntry {
-    qint64 line;
-    qsizetype from;
-    qsizetype to;
+// The locals with one slot per distinct key "scope.name", in order of first
+// appearance, each holding the local whose type counts (the last one seen). Keys are
+// compared as the joined text, so "a.b" + "c" and "a" + "b.c" are the same key.
+template <class Char> class LocalTable {
+public:
+    using Local = typename ScanRecord<Char>::Local;
+
+    explicit LocalTable(std::size_t count) : slots_(std::bit_ceil(2 * count + 2), -1) {}
+
+    void add(const Local& local) {
+        const std::size_t mask = slots_.size() - 1;
+        for (std::size_t at = hash(local) & mask;; at = (at + 1) & mask) {
+            const int index = slots_[at];
+            if (index < 0) {
+                slots_[at] = int(locals_.size());
+                locals_.push_back(&local);
+                return;
+            }
+            if (sameKey(*locals_[size_t(index)], local)) {
+                locals_[size_t(index)] = &local;
+                return;
+            }
+        }
+    }
+
+    const std::vector<const Local*>& locals() const { return locals_; }
+
+private:
+    static std::size_t hash(const Local& local) {
+        std::uint64_t h = 0xcbf29ce484222325ull;
+        auto mix = [&](std::uint64_t c) { h = (h ^ c) * 0x100000001b3ull; };
+        for (Char c : local.scope)
+            mix(std::uint64_t(std::make_unsigned_t<Char>(c)));
+        mix('.');
+        for (Char c : local.name)
+            mix(std::uint64_t(std::make_unsigned_t<Char>(c)));
+        return std::size_t(h ^ (h >> 29));
+    }
+
+    static Char at(const Local& local, std::size_t i) {
+        if (i < local.scope.size())
+            return local.scope[i];
+        return i == local.scope.size() ? Char('.') : local.name[i - local.scope.size() - 1];
+    }
+
+    static bool sameKey(const Local& a, const Local& b) {
+        if (a.scope.size() == b.scope.size())
+            return a.scope == b.scope && a.name == b.name;
+        const std::size_t length = a.scope.size() + 1 + a.name.size();
+        if (length != b.scope.size() + 1 + b.name.size())
+            return false;
+        for (std::size_t i = 0; i < length; ++i)
+            if (at(a, i) != at(b, i))
+                return false;
+        return true;
+    }
+
+    std::vector<int> slots_;
+    std::vector<const Local*> locals_;
 };
-
-std::vector<WrittenEntry> writeAllEntries(JsonWriter& json, const DeclarationList& all) {
-    std::vector<WrittenEntry> written;
-    written.reserve(size_t(all.entryCount()));
-    json.literal("[");
-    for (qsizetype i = 0; i < all.entryCount(); ++i) {
-        if (i)
-            json.literal(",");
-        const qsizetype from = json.size();
-        writeEntry(json, all.entry(i));
-        written.push_back({all.entry(i).line, from, json.size()});
-    }
-    json.literal("]");
-    return written;
-}
-
-// A kind list: each entry is found in All by its line (All is in ascending line
-// order and no two entries share a line).
-void writeKindEntries(JsonWriter& json, const DeclarationList& list, const std::vector<WrittenEntry>& all) {
-    json.literal("[");
-    for (qsizetype i = 0; i < list.entryCount(); ++i) {
-        if (i)
-            json.literal(",");
-        const DeclarationEntry& e = list.entry(i);
-        const auto found = std::lower_bound(all.begin(), all.end(), e.line,
-                                            [](const WrittenEntry& w, qint64 line) { return w.line < line; });
-        if (found != all.end() && found->line == e.line)
-            json.repeat(found->from, found->to);
-        else
-            writeEntry(json, e);
-    }
-    json.literal("]");
-}
 
 } // namespace
 
-void appendJsonString(QByteArray& out, QStringView text) {
-    JsonWriter json(out);
-    json.string(text);
-}
-
-void appendScanResultJson(QByteArray& out, const QString& path, const DeclarationLists& lists) {
-    JsonWriter json(out);
+template <class Char> void appendScanResultJson(JsonOutput& json, QStringView path, const ScanRecord<Char>& record) {
     json.literal("{\"path\":");
-    json.string(path);
-    json.literal(",\"lists\":{\"All\":");
-    const std::vector<WrittenEntry> all = writeAllEntries(json, lists.all);
-    for (DeclarationKind kind : allDeclarationKinds()) {
-        json.literal(",");
-        json.string(declarationKindInfo(kind).word);
-        json.literal(":");
-        writeKindEntries(json, lists.list(kind), all);
-    }
-    json.literal("},\"lineSeparators\":[");
-    for (qsizetype i = 0; i < lists.lineSeparators.size(); ++i) {
+    json.string(std::u16string_view(path.utf16(), size_t(path.size())));
+
+    // "All", remembering where each entry went so the kind lists copy its bytes.
+    std::vector<WrittenEntry> written;
+    written.reserve(record.entries.size());
+    json.literal(",\"lists\":{\"All\":[");
+    for (std::size_t i = 0; i < record.entries.size(); ++i) {
         if (i)
             json.literal(",");
-        json.number(lists.lineSeparators[i]);
+        written.push_back(writeEntry<Char>(json, record.entries[i]));
     }
-    json.literal("],\"lineSeparatorsType\":[");
-    for (qsizetype i = 0; i < lists.lineSeparatorsType.size(); ++i) {
-        if (i)
+    json.literal("]");
+
+    int currentKind = -1;
+    bool firstInList = true;
+    auto openKind = [&](int kind) {
+        while (currentKind < kind) {
+            if (currentKind >= 0)
+                json.literal("]");
+            ++currentKind;
             json.literal(",");
-        json.string(lists.lineSeparatorsType[i]);
-    }
-    json.literal("],\"locals\":{");
+            const QString& word = declarationKindInfo(DeclarationKind(currentKind)).word;
+            json.string(std::u16string_view(reinterpret_cast<const char16_t*>(word.utf16()), size_t(word.size())));
+            json.literal(":[");
+            firstInList = true;
+        }
+    };
+    forEachEntryByKind(record, [&](DeclarationKind kind, int i) {
+        openKind(int(kind));
+        if (!firstInList)
+            json.literal(",");
+        firstInList = false;
+        json.raw(written[size_t(i)].at, written[size_t(i)].size);
+    });
+    openKind(declarationKindCount - 1);
+    json.literal("]}");
+
+    // Scope starts: the entries of kinds with a parameter list, in list order.
+    json.literal(",\"lineSeparators\":[");
     bool first = true;
-    for (auto it = lists.locals.cbegin(); it != lists.locals.cend(); ++it) {
+    forEachEntryByKind(record, [&](DeclarationKind kind, int i) {
+        if (!declarationKindInfo(kind).takesParameters)
+            return;
         if (!first)
             json.literal(",");
         first = false;
-        json.string(it.key());
-        json.literal(":");
-        json.string(it.value());
+        json.number(record.entries[size_t(i)].position);
+    });
+    json.literal("],\"lineSeparatorsType\":[");
+    first = true;
+    forEachEntryByKind(record, [&](DeclarationKind kind, int i) {
+        if (!declarationKindInfo(kind).takesParameters)
+            return;
+        if (!first)
+            json.literal(",");
+        first = false;
+        json.string(record.entries[size_t(i)].name);
+    });
+
+    // Parameters come after the Dim lines and replace a Dim of the same key.
+    std::size_t localCount = record.dims.size();
+    for (const auto& parameters : record.parameters)
+        localCount += parameters.size();
+    LocalTable<Char> table(localCount);
+    for (const auto& dim : record.dims)
+        table.add(dim);
+    for (const auto& parameters : record.parameters)
+        for (const auto& parameter : parameters)
+            table.add(parameter);
+    json.literal("],\"locals\":{");
+    first = true;
+    for (const auto* local : table.locals()) {
+        if (!first)
+            json.literal(",");
+        first = false;
+        json.room(6 * (local->scope.size() + local->name.size() + local->type.size()) + 8);
+        json.quote();
+        json.stringPart(local->scope);
+        json.literal(".");
+        json.stringPart(local->name);
+        json.literal("\":");
+        json.string(local->type);
     }
     json.literal("}}");
 }
+
+template void appendScanResultJson<char>(JsonOutput&, QStringView, const ScanRecord<char>&);
+template void appendScanResultJson<char16_t>(JsonOutput&, QStringView, const ScanRecord<char16_t>&);

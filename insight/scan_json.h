@@ -1,19 +1,20 @@
 #pragma once
-// The JSON that `kelvaro --scan` prints, written by hand: building a QJsonObject is
-// quadratic in its number of keys (each insert keeps the keys sorted), and a
-// 200,000-line file has tens of thousands of locals, which took seconds. Output is
-// UTF-8, control characters escaped, other characters kept as they are.
+// The JSON that `kelvaro --scan` prints for one file, written by hand straight from the
+// scanner's record: building a QJsonObject is quadratic in its number of keys (each
+// insert keeps the keys sorted), and a 200,000-line file has tens of thousands of
+// locals. Output is UTF-8, control characters escaped, other characters kept.
 
-#include "insight/declarations.h"
+#include "insight/json_output.h"
+#include "insight/scan_record.h"
 
-#include <QByteArray>
-#include <QString>
-
-// Appends `text` as a JSON string literal.
-void appendJsonString(QByteArray& out, QStringView text);
+#include <QStringView>
 
 // Appends the object for one scanned file:
 // {"path", "lists": {"All": [...], "Sub": [...], ...}, "lineSeparators",
 //  "lineSeparatorsType", "locals"}; each entry {"title", "line", "visibility", "kind",
-// "name", "parameters", "type"}.
-void appendScanResultJson(QByteArray& out, const QString& path, const DeclarationLists& lists);
+// "name", "parameters", "type"}. A local declared twice appears once, with the type
+// the lists give it (the later Dim, a parameter before any Dim).
+template <class Char> void appendScanResultJson(JsonOutput& out, QStringView path, const ScanRecord<Char>& record);
+
+extern template void appendScanResultJson<char>(JsonOutput&, QStringView, const ScanRecord<char>&);
+extern template void appendScanResultJson<char16_t>(JsonOutput&, QStringView, const ScanRecord<char16_t>&);

@@ -75,12 +75,14 @@ TagsResult writeTagsFile(const QString& folder) {
     const QStringList files =
         dir.entryList({QStringLiteral("*.klvr")}, QDir::Files | QDir::Hidden | QDir::CaseSensitive, QDir::Name);
     for (const QString& name : files) {
-        const std::optional<QString> text = readSourceText(dir.filePath(name));
-        if (!text) {
+        const std::optional<QByteArray> bytes = readSourceBytes(dir.filePath(name));
+        if (!bytes) {
             result.errors << QStringLiteral("cannot read %1").arg(dir.filePath(name));
             continue;
         }
-        lines.append(tagLines(name, scanDeclarations(*text)));
+        lines.append(tagLines(name, withSourceText(*bytes, [](auto text) {
+                                  return declarationListsOf(recordDeclarations(text));
+                              })));
     }
     result.tagCount = int(lines.size());
     result.tagsPath = dir.filePath(QStringLiteral("tags"));

@@ -2,6 +2,7 @@
 #include "insight/declaration_scanner.h"
 #include "scanner_random_source.h"
 #include "scanner_reference.h"
+#include "scan_json_check.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -39,50 +40,6 @@ QString write(const QTemporaryDir& dir, const QString& name, const QByteArray& b
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(bytes);
     return file.fileName();
-}
-
-// The --scan object of `lists` read back, compared field for field with a scan.
-QString jsonDifference(const QJsonObject& object, const DeclarationLists& lists) {
-    const QJsonObject named = object["lists"].toObject();
-    auto compareList = [&](const QString& word, const DeclarationList& list) -> QString {
-        const QJsonArray entries = named[word].toArray();
-        if (entries.size() != list.entryCount())
-            return word + ": entry count";
-        for (qsizetype i = 0; i < list.entryCount(); ++i) {
-            const QJsonObject e = entries[i].toObject();
-            const DeclarationEntry& d = list.entry(i);
-            if (e.size() != 7 || e["title"].toString() != d.title || e["line"].toInteger() != d.line ||
-                e["visibility"].toString() != d.visibility || e["kind"].toString() != d.kind ||
-                e["name"].toString() != d.name || e["parameters"].toString() != d.parameters ||
-                e["type"].toString() != d.type)
-                return QString("%1 entry %2").arg(word).arg(i);
-        }
-        return {};
-    };
-    if (QString d = compareList("All", lists.all); !d.isEmpty())
-        return d;
-    for (DeclarationKind kind : allDeclarationKinds())
-        if (QString d = compareList(declarationKindInfo(kind).word, lists.list(kind)); !d.isEmpty())
-            return d;
-    if (named.size() != 10)
-        return "not ten lists";
-    QList<qint64> separators;
-    for (const QJsonValue v : object["lineSeparators"].toArray())
-        separators << v.toInteger();
-    if (separators != lists.lineSeparators)
-        return "lineSeparators";
-    QStringList names;
-    for (const QJsonValue v : object["lineSeparatorsType"].toArray())
-        names << v.toString();
-    if (names != lists.lineSeparatorsType)
-        return "lineSeparatorsType";
-    QHash<QString, QString> locals;
-    const QJsonObject localObject = object["locals"].toObject();
-    for (auto it = localObject.begin(); it != localObject.end(); ++it)
-        locals.insert(it.key(), it.value().toString());
-    if (locals != lists.locals)
-        return "locals";
-    return {};
 }
 
 } // namespace
@@ -172,4 +129,27 @@ TEST(ScannerCommand, TagsOfAMissingFolderFail) {
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(run.err.contains("nowhere"));
     EXPECT_FALSE(QFile::exists(dir.filePath("nowhere/tags")));
+}
+
+TEST(ScannerCommand, LargeFileScannedInPartsGivesTheListsOfOnePass) {
+    // Above a megabyte a single file is cut into parts on every core; once as ASCII
+    // bytes and once with non-ASCII letters (decoded).
+    QTemporaryDir dir;
+    QString text;
+    for (quint32 start = 1; text.size() < (3 << 19); ++start)
+        text += randomKelvaroSource(start, 200) + "\n";
+    QString ascii = text;
+    for (QChar& c : ascii)
+        if (c.unicode() >= 128)
+            c = QLatin1Char('k');
+    for (const QString& content : {ascii, text}) {
+        const QString path = write(dir, "Big.NSObject.klvr", content.toUtf8());
+        const ChildRun run = runKelvaro({"--scan", path});
+        ASSERT_EQ(run.status, 0) << run.err.toStdString();
+        const QJsonArray array = QJsonDocument::fromJson(run.out).array();
+        ASSERT_EQ(array.size(), 1);
+        const DeclarationLists lists = scanDeclarations(content);
+        EXPECT_GT(lists.all.entryCount(), 10000);
+        EXPECT_EQ(jsonDifference(array[0].toObject(), lists), "");
+    }
 }

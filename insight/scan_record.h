@@ -1,0 +1,68 @@
+#pragma once
+// What the scanner engine records for one text, before anything is turned into Qt
+// strings: positions, line numbers and views into the scanned text (or into the
+// record's arena for the few texts the scan makes itself). The parser turns a record
+// into DeclarationLists; `kelvaro --scan` writes its JSON straight from the record,
+// which spares it tens of thousands of small string allocations.
+//
+// Char is char for a text that is pure ASCII (read as bytes, never decoded) and
+// char16_t for any other text (decoded from UTF-8, positions in UTF-16 units, as the
+// editor counts them).
+
+#include "insight/declarations.h"
+#include "insight/text_arena.h"
+
+#include <QtGlobal>
+#include <string_view>
+#include <vector>
+
+// One of the kind prefixes ("\nPublic Sub "), in the order the kinds and their prefixes
+// are searched.
+struct DeclarationPrefix {
+    DeclarationKind kind;
+    bool isPublic;
+    std::u16string text; // "\nPublic Sub "
+};
+const std::vector<DeclarationPrefix>& declarationPrefixes();
+
+template <class Char> struct ScanRecord {
+    using View = std::basic_string_view<Char>;
+
+    struct Entry {
+        qint64 position; // the line break before the declaration's line
+        qint64 line;     // 1-based
+        int prefix;      // index into declarationPrefixes()
+        View title;      // carriage returns removed
+        View name;
+        View parameters;
+        View type; // no line breaks
+    };
+
+    // A local variable or parameter: the key is scope + "." + name.
+    struct Local {
+        View scope;
+        View name;
+        View type;
+    };
+
+    std::vector<Entry> entries; // every entry, in line order
+    std::vector<Local> dims;    // indented Dim lines, in line order
+    // Parameters of the declarations written with a prefix's exact letter case, per
+    // prefix; they come after the Dims and replace a Dim of the same key.
+    std::vector<std::vector<Local>> parameters;
+    TextArena<Char> arena;
+};
+
+// Entry rows in navigator order: for each kind, for each of its prefixes, the entries
+// in line order. `each(kind, entryIndex)` is called once per entry.
+template <class Char, class Each> void forEachEntryByKind(const ScanRecord<Char>& record, Each each) {
+    const auto& prefixes = declarationPrefixes();
+    std::vector<std::vector<int>> byPrefix(prefixes.size());
+    for (int i = 0; i < int(record.entries.size()); ++i)
+        byPrefix[size_t(record.entries[size_t(i)].prefix)].push_back(i);
+    for (DeclarationKind kind : allDeclarationKinds())
+        for (size_t p = 0; p < prefixes.size(); ++p)
+            if (prefixes[p].kind == kind)
+                for (int i : byPrefix[p])
+                    each(kind, i);
+}

@@ -1,0 +1,149 @@
+// The ways one text can be scanned must all give the same lists: UTF-16 or ASCII bytes,
+// one pass or cut into parts on several threads, and the --scan JSON written straight
+// from the record.
+#include "insight/declaration_scanner.h"
+#include "insight/scan_json.h"
+#include "insight/source_text.h"
+#include "scan_json_check.h"
+#include "scanner_random_source.h"
+#include "scanner_reference.h"
+
+#include <QJsonDocument>
+#include <gtest/gtest.h>
+
+namespace {
+
+std::u16string_view utf16(const QString& text) {
+    return {reinterpret_cast<const char16_t*>(text.utf16()), size_t(text.size())};
+}
+
+DeclarationLists inParts(const QString& text, int parts) {
+    return declarationListsOf(recordDeclarations(utf16(text), parts));
+}
+
+// The generator's text with its few non-ASCII letters replaced.
+QString asciiOnly(QString text) {
+    for (QChar& c : text)
+        if (c.unicode() >= 128)
+            c = QLatin1Char(c.unicode() == 0x017F ? 's' : 'K');
+    return text;
+}
+
+template <class Char> QJsonObject jsonOf(const ScanRecord<Char>& record) {
+    JsonOutput out;
+    appendScanResultJson(out, u"F.klvr", record);
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(out.toByteArray(), &error);
+    EXPECT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
+    return document.object();
+}
+
+} // namespace
+
+TEST(ScannerParts, CuttingTheTextIntoPartsChangesNothing) {
+    int cut = 0;
+    for (quint32 start = 1; start <= 3000; ++start) {
+        const QString text = randomKelvaroSource(start, 60);
+        const DeclarationLists whole = scanDeclarations(text);
+        for (int parts : {2, 3, 5, 9}) {
+            const QString difference = firstDifference(whole, inParts(text, parts));
+            ASSERT_TRUE(difference.isEmpty()) << "start value " << start << ", " << parts
+                                              << " parts: " << difference.toStdString()
+                                              << "\ntext: " << text.toStdString();
+        }
+        cut += text.count(QLatin1Char('\n')) > 4;
+    }
+    EXPECT_GT(cut, 2000); // most texts were long enough to be cut
+}
+
+TEST(ScannerParts, StateThatCrossesACut) {
+    // Each text is cut near its middle; each crossing piece of state sits there.
+    const QStringList texts = {
+        // A local right after the cut belongs to the scope before it.
+        "\nSub Before(a As T)\n" + QString(40, 'x') + "\n  Dim local As Integer\n" + QString(40, 'y') + "\n",
+        // No scope before the cut: the key has an empty scope.
+        "x\n" + QString(40, 'x') + "\n  Dim local As Integer\n" + QString(40, 'y') + "\n",
+        // The parameter scan of "\nSub " ends before the cut; later parameters are dropped.
+        "\nSub NoParens\n" + QString(40, 'x') + "\nSub Later(b As U)\n" + QString(40, 'y') + "\n(",
+        // Runs of empty lines around the middle: an empty line joins the next line.
+        "\nSub S(a)\n" + QString(40, '\n') + "  Dim d As D\n" + QString(41, '\n') + " Dim e As E\n",
+        // A declaration on the line that ends at the cut, and one just after it.
+        "\nSub A(p)\n" + QString(38, 'z') + "\nSub B(q As Q)\nFunction C(r) As R\n Dim s As S\n",
+        // CRLF everywhere.
+        "\r\nSub A(p As P)\r\n" + QString(30, 'z') + "\r\n  Dim t As T\r\n" + QString(30, 'z') + "\r\n",
+    };
+    for (const QString& text : texts) {
+        const DeclarationLists whole = scanDeclarations(text);
+        EXPECT_EQ(firstDifference(referenceScan(text), whole), "") << text.toStdString();
+        for (int parts = 2; parts <= 12; ++parts)
+            EXPECT_EQ(firstDifference(whole, inParts(text, parts)), "") << parts << " parts: " << text.toStdString();
+    }
+}
+
+TEST(ScannerParts, AsciiBytesScanLikeTheirDecodedText) {
+    for (quint32 start = 1; start <= 2000; ++start) {
+        const QString text = asciiOnly(randomKelvaroSource(start, 60));
+        const QByteArray bytes = text.toLatin1();
+        ASSERT_TRUE(isAscii(std::string_view(bytes.constData(), size_t(bytes.size()))));
+        const DeclarationLists decoded = scanDeclarations(text);
+        for (int parts : {1, 3}) {
+            const auto record = recordDeclarations(std::string_view(bytes.constData(), size_t(bytes.size())), parts);
+            const QString difference = firstDifference(decoded, declarationListsOf(record));
+            ASSERT_TRUE(difference.isEmpty()) << "start value " << start << ": " << difference.toStdString();
+        }
+    }
+}
+
+TEST(ScannerParts, AsciiTestLooksAtEveryByte) {
+    QByteArray bytes(100, 'a');
+    for (int at : {0, 31, 32, 63, 64, 95, 99}) {
+        QByteArray one = bytes;
+        one[at] = char(0xC3);
+        EXPECT_FALSE(isAscii(std::string_view(one.constData(), size_t(one.size())))) << at;
+    }
+    EXPECT_TRUE(isAscii(std::string_view(bytes.constData(), size_t(bytes.size()))));
+    EXPECT_TRUE(isAscii({}));
+    // withSourceText decodes only what is not ASCII, and both ways give the same lists.
+    const QByteArray utf8 = QString("\nSub Caf\u00e9(x As T)\n Dim y As U\n").toUtf8();
+    const DeclarationLists lists =
+        withSourceText(utf8, [](auto text) { return declarationListsOf(recordDeclarations(text)); });
+    EXPECT_EQ(lists.all.entry(0).name, QString("Caf\u00e9"));
+    EXPECT_EQ(lists.locals.value(QString("Caf\u00e9.y")), "U");
+}
+
+TEST(ScannerParts, JsonFromTheRecordHoldsTheLists) {
+    for (quint32 start = 1; start <= 400; ++start) {
+        const QString text = randomKelvaroSource(start, 60);
+        const DeclarationLists lists = scanDeclarations(text);
+        EXPECT_EQ(jsonDifference(jsonOf(recordDeclarations(utf16(text), 2)), lists), "") << start;
+        const QByteArray ascii = asciiOnly(text).toLatin1();
+        const auto bytesRecord = recordDeclarations(std::string_view(ascii.constData(), size_t(ascii.size())));
+        EXPECT_EQ(jsonDifference(jsonOf(bytesRecord), scanDeclarations(asciiOnly(text))), "") << start;
+    }
+}
+
+TEST(ScannerParts, JsonNamesEachLocalOnceWithTheTypeTheListsGiveIt) {
+    // "a.b" + ".c" and "a" + ".b.c" are one key; a later Dim and a parameter replace it.
+    const QString text = "\nSub a.b()\n Dim c As First\nSub a()\n Dim b.c As Second\n Dim x As One\n"
+                         " Dim x As Two\nSub P(x As Param)\n Dim x As Three\n";
+    const DeclarationLists lists = scanDeclarations(text);
+    EXPECT_EQ(lists.locals.value("a.b.c"), "Second");
+    EXPECT_EQ(lists.locals.value("a.x"), "Two");
+    EXPECT_EQ(lists.locals.value("P.x"), "Param");
+    JsonOutput out;
+    appendScanResultJson(out, u"F.klvr", recordDeclarations(utf16(text)));
+    const QByteArray json = out.toByteArray();
+    EXPECT_EQ(json.count("\"a.b.c\":"), 1);
+    EXPECT_EQ(json.count("\"P.x\":"), 1);
+    EXPECT_EQ(jsonDifference(QJsonDocument::fromJson(json).object(), lists), "");
+}
+
+TEST(ScannerParts, JsonOutputKeepsLongStringsWholeAcrossChunks) {
+    // Entries larger than a chunk, and many of them, so entries straddle chunk ends.
+    QString text = "\n";
+    for (int i = 0; i < 300; ++i)
+        text += "Sub S" + QString::number(i) + "(" + QString(5000 + i, QChar(i % 2 ? u'\u00e9' : u'"')) + ")\n";
+    text += "Sub Huge(" + QString(3 << 20, 'h') + ")\n";
+    const DeclarationLists lists = scanDeclarations(text);
+    EXPECT_EQ(jsonDifference(jsonOf(recordDeclarations(utf16(text), 2)), lists), "");
+}
