@@ -1,4 +1,52 @@
-// The thin executable: hands the command line to the core library.
-#include "frame/application_main.h"
+// The thin executable. The scanner's commands (--scan, --tags) run here with Qt Core
+// alone; everything else is handed to the IDE library beside the executable, which
+// brings in the window system, the editor component and the rest.
+#include "insight/scan_command.h"
 
-int main(int argc, char** argv) { return kelvaroMain(argc, argv); }
+#include <QStringList>
+
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
+#include <string>
+
+namespace {
+
+// The IDE library in the executable's own folder.
+std::string ideLibraryPath() {
+    char self[PATH_MAX];
+    const char* resolved = realpath("/proc/self/exe", self);
+    std::string folder = resolved ? std::string(resolved) : std::string();
+    folder = folder.substr(0, folder.find_last_of('/') + 1);
+    return folder + "libkelvaro_ide.so";
+}
+
+int runIde(int argc, char** argv) {
+    const std::string path = ideLibraryPath();
+    void* library = dlopen(path.c_str(), RTLD_LAZY | RTLD_LOCAL);
+    if (!library) {
+        std::fprintf(stderr, "kelvaro: cannot load the IDE library %s: %s\n", path.c_str(), dlerror());
+        return 1;
+    }
+    using Entry = int (*)(int, char**);
+    const auto entry = reinterpret_cast<Entry>(dlsym(library, "kelvaroIdeMain"));
+    if (!entry) {
+        std::fprintf(stderr, "kelvaro: %s has no entry point: %s\n", path.c_str(), dlerror());
+        return 1;
+    }
+    return entry(argc, argv);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc >= 2 && (std::strcmp(argv[1], "--scan") == 0 || std::strcmp(argv[1], "--tags") == 0)) {
+        QStringList args;
+        for (int i = 0; i < argc; ++i)
+            args << QString::fromLocal8Bit(argv[i]);
+        return runScannerCommand(args);
+    }
+    return runIde(argc, argv);
+}
