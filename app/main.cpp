@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
+#include <malloc.h>
 #include <string>
 
 namespace {
@@ -42,6 +43,11 @@ int runIde(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    // Heaps grow in large steps. Scanning a project allocates tens of megabytes from
+    // several threads at once, and growing the heaps a page or two at a time cost
+    // thousands of system calls that each stop the other threads' page faults. The
+    // step is address space only; memory is used as it is touched.
+    mallopt(M_TOP_PAD, 32 << 20);
     if (argc >= 2 && (std::strcmp(argv[1], "--scan") == 0 || std::strcmp(argv[1], "--tags") == 0)) {
         QStringList args;
         for (int i = 0; i < argc; ++i)

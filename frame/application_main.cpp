@@ -3,9 +3,11 @@
 // KLVR_Application and the start-up.
 #include "frame/application_main.h"
 
+#include "frame/global.h"
 #include "frame/klvr_application.h"
 #include "frame/startup_options.h"
 #include "insight/scan_command.h"
+#include "insight/scan_prefetch.h"
 
 #include <QStringList>
 
@@ -23,6 +25,8 @@ int kelvaroMain(int argc, char** argv) {
     if (!options.error.isEmpty())
         return StartupOptions::printUsage(options.error);
     options.prepareEnvironment();
+    // The project the start-up is about to open is scanned while the window system starts.
+    scan_prefetch::start(options.projectFolder.isEmpty() ? Global::lastProjectFolder() : options.projectFolder);
     KLVR_Application app(argc, argv);
     return app.runIde(options);
 }

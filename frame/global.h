@@ -170,6 +170,8 @@ public:
     // The support folder "/Library/Kelvaro" under the home folder, and a file in it.
     static QString supportFolder();
     static QString supportFile(const QString& name);
+    // The folder LastProject.txt names, when it is an existing folder; "" otherwise.
+    static QString lastProjectFolder();
 
 private:
     void Init();

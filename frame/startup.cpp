@@ -66,15 +66,20 @@ void Global::KLVR_AwakeFromNib() {
         ProjectOpen(projectFromCommandLine_);
         return;
     }
-    const QString lastProjectFile = supportFile(QStringLiteral("LastProject.txt"));
-    if (KLVR_NSFILEMANAGER_EXISTSFILE(lastProjectFile)) {
-        QString last = KLVR_READSTRING(lastProjectFile);
-        if (KLVR_LEN(last) > 0 && KLVR_NSFILEMANAGER_EXISTSDIRECTORY(last)) {
-            ProjectOpen(last);
-            return;
-        }
+    const QString last = lastProjectFolder();
+    if (!last.isEmpty()) {
+        ProjectOpen(last);
+        return;
     }
     showWelcome();
+}
+
+QString Global::lastProjectFolder() {
+    const QString lastProjectFile = supportFile(QStringLiteral("LastProject.txt"));
+    if (!KLVR_NSFILEMANAGER_EXISTSFILE(lastProjectFile))
+        return {};
+    const QString last = KLVR_READSTRING(lastProjectFile);
+    return KLVR_LEN(last) > 0 && KLVR_NSFILEMANAGER_EXISTSDIRECTORY(last) ? last : QString();
 }
 
 QRect Global::mainWindowFrame(const QRect& screen) {

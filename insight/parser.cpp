@@ -1,10 +1,11 @@
 #include "insight/parser.h"
 
-#include "insight/declaration_scanner.h"
+#include "insight/scan_prefetch.h"
 #include "insight/source_text.h"
 #include "frame/trace.h"
 
 #include <QMutexLocker>
+#include <QtConcurrent/QtConcurrentMap>
 #include <functional>
 
 namespace {
@@ -21,9 +22,19 @@ private:
     std::function<void()> release_;
 };
 
-template <class Store> typename Store::mapped_type lookup(QMutex& mutex, const Store& store, const QString& path) {
-    QMutexLocker locker(&mutex);
-    return store.value(path);
+// The part `Part` of the file's stored scan, sharing the scan's lifetime; nullptr when
+// the file was never scanned. The lists are made here if no one asked for them yet.
+template <class Part, class Pick>
+std::shared_ptr<const Part> lookup(QMutex& mutex, const QHash<QString, std::shared_ptr<const FileScan>>& store,
+                                   const QString& path, Pick pick) {
+    std::shared_ptr<const FileScan> scan;
+    {
+        QMutexLocker locker(&mutex);
+        scan = store.value(path);
+    }
+    if (!scan)
+        return nullptr;
+    return std::shared_ptr<const Part>(scan, &pick(scan->lists()));
 }
 
 } // namespace
@@ -52,6 +63,15 @@ bool parser::isLocked(const QString& path) const {
 
 void parser::ParseFile(const QString& path) {
     KLVR_TRACE("ParseFile");
+    parseFile(path, true, false);
+}
+
+void parser::ParseFiles(const QStringList& paths) {
+    KLVR_TRACE("ParseFiles");
+    QtConcurrent::blockingMap(paths, [this](const QString& path) { parseFile(path, false, true); });
+}
+
+void parser::parseFile(const QString& path, bool makeLists, bool mayUsePrefetched) {
     if (path.isEmpty())
         return;
     if (!tryLock(path))
@@ -59,41 +79,38 @@ void parser::ParseFile(const QString& path) {
     GuardRelease release([this, path] { unlock(path); });
 
     // The scan works on its own copies; the stores are touched only to publish.
-    const QByteArray bytes = readSourceBytes(path).value_or(QByteArray());
-    DeclarationLists lists = withSourceText(bytes, [](auto text) { return declarationListsOf(recordDeclarations(text)); });
-
-    auto all = std::make_shared<const DeclarationList>(std::move(lists.all));
-    std::shared_ptr<const DeclarationList> kinds[declarationKindCount];
-    for (int k = 0; k < declarationKindCount; ++k)
-        kinds[k] = std::make_shared<const DeclarationList>(std::move(lists.kinds[k]));
-    auto separators = std::make_shared<const QList<qint64>>(std::move(lists.lineSeparators));
-    auto separatorNames = std::make_shared<const QStringList>(std::move(lists.lineSeparatorsType));
-    auto locals = std::make_shared<const QHash<QString, QString>>(std::move(lists.locals));
+    std::shared_ptr<FileScan> scan = mayUsePrefetched ? scan_prefetch::take(path) : nullptr;
+    if (!scan)
+        scan = std::make_shared<FileScan>(readSourceBytes(path).value_or(QByteArray()));
+    if (makeLists)
+        scan->lists();
 
     // The lists and scope starts are published together, then the local variables,
     // which are read from the scope starts of the same scan.
     {
         QMutexLocker locker(&storeMutex);
-        aAll.insert(path, std::move(all));
-        for (int k = 0; k < declarationKindCount; ++k)
-            aKinds[k].insert(path, std::move(kinds[k]));
-        aLineSeparators.insert(path, std::move(separators));
-        aLineSeparatorsType.insert(path, std::move(separatorNames));
+        aAll.insert(path, scan);
+        for (QHash<QString, Scan>& store : aKinds)
+            store.insert(path, scan);
+        aLineSeparators.insert(path, scan);
+        aLineSeparatorsType.insert(path, scan);
     }
     {
         QMutexLocker locker(&storeMutex);
-        aLocalList.insert(path, std::move(locals));
+        aLocalList.insert(path, std::move(scan));
     }
 }
 
 parser::List parser::GetList(DeclarationKind kind, const QString& path) const {
     KLVR_TRACE("GetList");
-    return lookup(storeMutex, aKinds[int(kind)], path);
+    return lookup<DeclarationList>(storeMutex, aKinds[int(kind)], path,
+                                   [kind](const DeclarationLists& lists) -> auto& { return lists.list(kind); });
 }
 
 parser::List parser::GetAll(const QString& path) const {
     KLVR_TRACE("GetAll");
-    return lookup(storeMutex, aAll, path);
+    return lookup<DeclarationList>(storeMutex, aAll, path,
+                                   [](const DeclarationLists& lists) -> auto& { return lists.all; });
 }
 parser::List parser::GetSub(const QString& path) const { return GetList(DeclarationKind::Sub, path); }
 parser::List parser::GetFunction(const QString& path) const { return GetList(DeclarationKind::Function, path); }
@@ -107,15 +124,18 @@ parser::List parser::GetIBAction(const QString& path) const { return GetList(Dec
 
 std::shared_ptr<const QList<qint64>> parser::GetLineSeparators(const QString& path) const {
     KLVR_TRACE("GetLineSeparators");
-    return lookup(storeMutex, aLineSeparators, path);
+    return lookup<QList<qint64>>(storeMutex, aLineSeparators, path,
+                                 [](const DeclarationLists& lists) -> auto& { return lists.lineSeparators; });
 }
 
 std::shared_ptr<const QStringList> parser::GetLineSeparatorsType(const QString& path) const {
     KLVR_TRACE("GetLineSeparatorsType");
-    return lookup(storeMutex, aLineSeparatorsType, path);
+    return lookup<QStringList>(storeMutex, aLineSeparatorsType, path,
+                               [](const DeclarationLists& lists) -> auto& { return lists.lineSeparatorsType; });
 }
 
 std::shared_ptr<const QHash<QString, QString>> parser::GetLocalList(const QString& path) const {
     KLVR_TRACE("GetLocalList");
-    return lookup(storeMutex, aLocalList, path);
+    return lookup<QHash<QString, QString>>(storeMutex, aLocalList, path,
+                                           [](const DeclarationLists& lists) -> auto& { return lists.locals; });
 }

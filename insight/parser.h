@@ -7,6 +7,7 @@
 
 #include "frame/classframe.h"
 #include "insight/declarations.h"
+#include "insight/file_scan.h"
 
 #include <QHash>
 #include <QMutex>
@@ -28,6 +29,12 @@ public:
     // nothing; a path whose scan is under way returns at once; an unreadable file scans
     // as empty text.
     Q_INVOKABLE void ParseFile(const QString& path);
+
+    // Scans many files on every core, each as ParseFile does, taking the scans the
+    // start-up prefetched where the file is unchanged. The lists of each file are made
+    // when first asked for, so a project of a thousand files opens without making
+    // lists nobody looks at yet.
+    void ParseFiles(const QStringList& paths);
 
     // The stored lists of a file, or nullptr when it was never scanned.
     List GetAll(const QString& path) const;
@@ -53,15 +60,19 @@ private:
     // storeMutex, so two threads can never both start the same file.
     bool tryLock(const QString& path);
     void unlock(const QString& path);
+    // ParseFile's steps; `makeLists` makes the lists on this thread before publishing.
+    void parseFile(const QString& path, bool makeLists, bool mayUsePrefetched);
 
-    // The per-file stores and the guard, all guarded by storeMutex. Values are never
-    // changed once stored; a scan replaces them.
+    // The per-file stores and the guard, all guarded by storeMutex. Each store holds,
+    // per path, the scan its part is read from; a scan never changes once stored, and a
+    // new scan replaces it.
+    using Scan = std::shared_ptr<const FileScan>;
     mutable QMutex storeMutex;
-    QHash<QString, List> aAll;
-    QHash<QString, List> aKinds[declarationKindCount]; // aSub ... aIBAction, in kind order
-    QHash<QString, std::shared_ptr<const QList<qint64>>> aLineSeparators;
-    QHash<QString, std::shared_ptr<const QStringList>> aLineSeparatorsType;
-    QHash<QString, std::shared_ptr<const QHash<QString, QString>>> aLocalList;
+    QHash<QString, Scan> aAll;
+    QHash<QString, Scan> aKinds[declarationKindCount]; // aSub ... aIBAction, in kind order
+    QHash<QString, Scan> aLineSeparators;
+    QHash<QString, Scan> aLineSeparatorsType;
+    QHash<QString, Scan> aLocalList;
     QHash<QString, QString> lock; // path -> "locked" while its scan runs
 };
 

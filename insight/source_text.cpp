@@ -1,20 +1,77 @@
 #include "insight/source_text.h"
 
 #include <QFile>
-#include <QFileInfo>
 
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
-std::optional<QByteArray> readSourceBytes(const QString& path) {
-    if (QFileInfo(path).isDir())
+namespace {
+
+FileIdentity identityOf(const struct stat& info) {
+    return {quint64(info.st_dev), quint64(info.st_ino), qint64(info.st_size),
+            qint64(info.st_mtim.tv_sec) * 1000000000 + info.st_mtim.tv_nsec,
+            qint64(info.st_ctim.tv_sec) * 1000000000 + info.st_ctim.tv_nsec};
+}
+
+// Closes the descriptor on every way out.
+class Descriptor {
+public:
+    explicit Descriptor(int fd) : fd_(fd) {}
+    ~Descriptor() {
+        if (fd_ >= 0)
+            ::close(fd_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int get() const { return fd_; }
+
+private:
+    int fd_;
+};
+
+} // namespace
+
+std::optional<FileIdentity> fileIdentity(const QString& path) {
+    struct stat info;
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
         return std::nullopt;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    return identityOf(info);
+}
+
+// Plain system calls: a project opening reads a thousand files, and the four calls here
+// cost a fraction of a QFile's bookkeeping.
+std::optional<QByteArray> readSourceBytes(const QString& path, FileIdentity* identity) {
+    if (path.isEmpty())
         return std::nullopt;
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
+    const Descriptor fd(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC));
+    if (fd.get() < 0)
         return std::nullopt;
+    struct stat info;
+    if (::fstat(fd.get(), &info) != 0 || S_ISDIR(info.st_mode))
+        return std::nullopt;
+    if (identity)
+        *identity = identityOf(info);
+    // The size is a first guess: a file that is not regular, or grows while it is read,
+    // is read to its end.
+    QByteArray bytes(qsizetype(S_ISREG(info.st_mode) ? info.st_size + 1 : 65536), Qt::Uninitialized);
+    qsizetype used = 0;
+    for (;;) {
+        if (used == bytes.size())
+            bytes.resize(2 * bytes.size());
+        const ssize_t n = ::read(fd.get(), bytes.data() + used, size_t(bytes.size() - used));
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n < 0)
+            return std::nullopt;
+        if (n == 0)
+            break;
+        used += n;
+    }
+    bytes.truncate(used);
     return bytes;
 }
 

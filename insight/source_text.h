@@ -4,12 +4,29 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QtGlobal>
+
 #include <optional>
 #include <string_view>
 
+// Which file a path named and which version of it was read: a changed file has a
+// different size or modification time (or is another file altogether).
+struct FileIdentity {
+    quint64 device = 0;
+    quint64 inode = 0;
+    qint64 size = -1;
+    qint64 modifiedNanoseconds = 0;
+    qint64 changedNanoseconds = 0;
+
+    bool operator==(const FileIdentity&) const = default;
+};
+
+// The identity of the file at `path` now, or nothing when there is none.
+std::optional<FileIdentity> fileIdentity(const QString& path);
+
 // The bytes of the file, or nothing when it cannot be read (missing, a folder, no
-// permission).
-std::optional<QByteArray> readSourceBytes(const QString& path);
+// permission). `identity`, when given, receives the identity of what was read.
+std::optional<QByteArray> readSourceBytes(const QString& path, FileIdentity* identity = nullptr);
 
 // The text of the file decoded as UTF-8, or nothing when it cannot be read.
 std::optional<QString> readSourceText(const QString& path);

@@ -5,11 +5,11 @@
 #include "frame/global.h"
 #include "frame/mainwindow.h"
 #include "insight/parser.h"
+#include "insight/scan_prefetch.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QThreadPool>
-#include <QtConcurrent/QtConcurrentMap>
 
 void Global::OpenProject(const Value&) {
     KLVR_TRACE("OpenProject");
@@ -29,17 +29,20 @@ void Global::ProjectOpen(const Value& pathOrSender) {
     const QString path = KLVR_STRING(pathOrSender);
     ProjectStatusBar(QStringLiteral("Opening ") + path);
     ProjectPath = path;
-    if (ProjectOpen2(path))
+    const bool opened = ProjectOpen2(path);
+    scan_prefetch::finish(); // also when the folder was refused
+    if (opened)
         ProjectStatusBar(QStringLiteral("Opened ") + path);
     else
         ProjectStatusBar(QString());
 }
 
 // Scans every file, both cores at once; the parser's stores are keyed by path, so the
-// result is the same as scanning them one by one in listing order.
+// result is the same as scanning them one by one in listing order. What the start-up
+// prefetched and was not used is let go here.
 static void scanAll(const QStringList& paths) {
-    parser* scanner = parser::sharedparser();
-    QtConcurrent::blockingMap(paths, [scanner](const QString& path) { scanner->ParseFile(path); });
+    parser::sharedparser()->ParseFiles(paths);
+    scan_prefetch::finish();
 }
 
 bool Global::ProjectOpen2(const QString& path) {
