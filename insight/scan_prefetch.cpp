@@ -68,6 +68,20 @@ public:
         return scan;
     }
 
+    void waitForAll() {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [this] {
+            if (stopping_)
+                return true;
+            if (!listed_)
+                return false;
+            for (const Item& item : std::as_const(items_))
+                if (item.state == State::Waiting || item.state == State::Running)
+                    return false;
+            return true;
+        });
+    }
+
 private:
     void work(bool lists) {
         if (lists)
@@ -168,6 +182,16 @@ void finish() {
         last = std::move(current().prefetch);
     }
     // The last owner joins the threads as it lets go.
+}
+
+void waitForAll() {
+    std::shared_ptr<Prefetch> prefetch;
+    {
+        std::lock_guard lock(current().mutex);
+        prefetch = current().prefetch;
+    }
+    if (prefetch)
+        prefetch->waitForAll();
 }
 
 int takenCount() { return taken.load(); }

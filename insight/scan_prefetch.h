@@ -21,6 +21,10 @@ void start(const QString& folder);
 // file changed since it was read.
 std::shared_ptr<FileScan> take(const QString& path);
 
+// Waits until every listed file of the current prefetch was read and scanned or taken
+// (for callers that want the whole folder prefetched, such as tests and benchmarks).
+void waitForAll();
+
 // Stops the background threads and forgets every scan not taken.
 void finish();
 
