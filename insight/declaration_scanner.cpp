@@ -13,11 +13,17 @@
 #include <QStringView>
 
 #include <array>
+#include <bit>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <string>
 #include <thread>
 #include <unordered_map>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace {
 
@@ -212,6 +218,107 @@ template <class Char> bool equalsExactly(View<Char> text, std::size_t at, const 
     return true;
 }
 
+// Bit masks of 64 characters from `at`: line breaks, and quotes or "D"s.
+inline void blockMasks(const char* at, std::uint64_t& breaks, std::uint64_t& marks) {
+    breaks = marks = 0;
+#if defined(__SSE2__)
+    const __m128i lineBreak = _mm_set1_epi8('\n');
+    const __m128i quote = _mm_set1_epi8('"');
+    const __m128i d = _mm_set1_epi8('D');
+    for (int k = 0; k < 4; ++k) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + 16 * k));
+        breaks |= std::uint64_t(std::uint16_t(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, lineBreak)))) << (16 * k);
+        marks |= std::uint64_t(std::uint16_t(
+                     _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(bytes, quote), _mm_cmpeq_epi8(bytes, d)))))
+                 << (16 * k);
+    }
+#else
+    for (int i = 0; i < 64; ++i) {
+        breaks |= std::uint64_t(at[i] == '\n') << i;
+        marks |= std::uint64_t(at[i] == '"' || at[i] == 'D') << i;
+    }
+#endif
+}
+
+inline void blockMasks(const char16_t* at, std::uint64_t& breaks, std::uint64_t& marks) {
+    breaks = marks = 0;
+#if defined(__SSE2__)
+    const __m128i lineBreak = _mm_set1_epi16(u'\n');
+    const __m128i quote = _mm_set1_epi16(u'"');
+    const __m128i d = _mm_set1_epi16(u'D');
+    for (int k = 0; k < 4; ++k) {
+        const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + 16 * k));
+        const __m128i high = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + 16 * k + 8));
+        const __m128i lowBreaks = _mm_cmpeq_epi16(low, lineBreak);
+        const __m128i highBreaks = _mm_cmpeq_epi16(high, lineBreak);
+        const __m128i lowMarks = _mm_or_si128(_mm_cmpeq_epi16(low, quote), _mm_cmpeq_epi16(low, d));
+        const __m128i highMarks = _mm_or_si128(_mm_cmpeq_epi16(high, quote), _mm_cmpeq_epi16(high, d));
+        breaks |= std::uint64_t(std::uint16_t(_mm_movemask_epi8(_mm_packs_epi16(lowBreaks, highBreaks)))) << (16 * k);
+        marks |= std::uint64_t(std::uint16_t(_mm_movemask_epi8(_mm_packs_epi16(lowMarks, highMarks)))) << (16 * k);
+    }
+#else
+    for (int i = 0; i < 64; ++i) {
+        breaks |= std::uint64_t(at[i] == u'\n') << i;
+        marks |= std::uint64_t(at[i] == u'"' || at[i] == u'D') << i;
+    }
+#endif
+}
+
+// The line breaks of a text from a position on, in order, each with whether the line
+// before it may declare a local (it holds a quote or a "D"). The text is read 64
+// characters at a time into bit masks, and lines are found by counting bits instead of
+// searching each line.
+template <class Char> class LineBreaks {
+public:
+    LineBreaks(View<Char> text, qint64 from) : text_(text), block_(from) { load(); }
+
+    // The next line break, or the text's size when there is none.
+    qint64 next(bool& mayHoldLocal) {
+        const qint64 size = qint64(text_.size());
+        for (;;) {
+            if (breaks_) {
+                const int bit = std::countr_zero(breaks_);
+                const std::uint64_t before = bit == 0 ? 0 : ~std::uint64_t(0) >> (64 - bit);
+                mayHoldLocal = markedSinceLastBreak_ || (marks_ & before);
+                markedSinceLastBreak_ = false;
+                marks_ = bit == 63 ? 0 : marks_ & (~std::uint64_t(0) << (bit + 1));
+                breaks_ &= breaks_ - 1;
+                return block_ + bit;
+            }
+            markedSinceLastBreak_ = markedSinceLastBreak_ || marks_ != 0;
+            block_ += 64;
+            if (block_ >= size) {
+                block_ = size;
+                mayHoldLocal = markedSinceLastBreak_;
+                return size;
+            }
+            load();
+        }
+    }
+
+private:
+    void load() {
+        const qint64 size = qint64(text_.size());
+        if (block_ >= size) {
+            breaks_ = marks_ = 0;
+            return;
+        }
+        const Char* at = text_.data() + block_;
+        Char padded[64] = {};
+        if (size - block_ < 64) {
+            std::memcpy(padded, at, std::size_t(size - block_) * sizeof(Char));
+            at = padded;
+        }
+        blockMasks(at, breaks_, marks_);
+    }
+
+    View<Char> text_;
+    qint64 block_;              // where the current 64 characters start
+    std::uint64_t breaks_ = 0;  // line breaks not yet returned
+    std::uint64_t marks_ = 0;   // quotes and "D"s after the last returned line break
+    bool markedSinceLastBreak_ = false; // in earlier blocks
+};
+
 constexpr qint64 noPosition = std::numeric_limits<qint64>::max();
 
 // A scope start as the local-line rule needs it. A part after a cut starts with the
@@ -247,17 +354,16 @@ public:
     }
 
     PartResult<Char> run() {
-        qint64 lineBreak;
+        bool mayHoldLocal = true;
+        LineBreaks<Char> lines(text_, from_ >= 0 ? from_ + 1 : 0);
         if (from_ >= 0) {
             localStart_ = from_ + 1;
             checkPrefix(from_);
             ++lineBreaksSeen_;
-            lineBreak = next(from_ + 1);
-        } else {
-            lineBreak = next(0);
         }
-        for (; lineBreak < to_; lineBreak = next(lineBreak + 1)) {
-            endLine(lineBreak);
+        qint64 lineBreak = lines.next(mayHoldLocal);
+        for (; lineBreak < to_; lineBreak = lines.next(mayHoldLocal)) {
+            endLine(lineBreak, mayHoldLocal);
             checkPrefix(lineBreak);
             ++lineBreaksSeen_;
         }
@@ -265,28 +371,25 @@ public:
         // it is not listed and its parameters are not read. The last line is not
         // examined for locals either.
         if (to_ < qint64(text_.size()))
-            endLine(to_);
+            endLine(to_, mayHoldLocal);
         result_.lineBreaks = lineBreaksSeen_;
         result_.lastScope = latestScope_;
         return std::move(result_);
     }
 
 private:
-    qint64 next(qint64 from) const {
-        const std::size_t at = findChar(text_, Char('\n'), std::size_t(from));
-        return at == View<Char>::npos ? qint64(text_.size()) : qint64(at);
-    }
-
     // What the line break `lineBreak` ends: a pending declaration's line and a local line.
-    void endLine(qint64 lineBreak) {
+    void endLine(qint64 lineBreak, bool mayHoldLocal) {
         if (pendingPrefix_ >= 0) {
             completeDeclaration(pendingPrefix_, pendingMatch_, lineBreak);
             pendingPrefix_ = -1;
         }
         // A local line ends at the first line break after its first character, so an
-        // empty line is read together with the line after it.
+        // empty line is read together with the line after it (the line break between
+        // them is neither a quote nor a "D").
         if (lineBreak >= localStart_ + 1) {
-            examineLocalLine(localStart_, lineBreak);
+            if (mayHoldLocal)
+                examineLocalLine(localStart_, lineBreak);
             localStart_ = lineBreak + 1;
         }
     }
@@ -496,6 +599,13 @@ template <class Char> qint64 lastIndexOf(View<Char> text, Char c) {
     return at == View<Char>::npos ? -1 : qint64(at);
 }
 
+template <class Char> void appendTo(QString& out, View<Char> text) {
+    if constexpr (sizeof(Char) == 1)
+        out.append(QLatin1StringView(text.data(), qsizetype(text.size())));
+    else
+        out.append(QStringView(text.data(), qsizetype(text.size())));
+}
+
 template <class Char> QString toQString(View<Char> text) {
     if constexpr (sizeof(Char) == 1)
         return QString::fromLatin1(text.data(), qsizetype(text.size()));
@@ -555,8 +665,10 @@ template <class Char> DeclarationLists declarationListsOf(const ScanRecord<Char>
     const auto& prefixes = declarationPrefixes();
     TypeNames<Char> types;
 
+    // Every list starts with two rows left for its heading and separator.
     QList<DeclarationEntry> all;
-    all.reserve(qsizetype(record.entries.size()));
+    all.reserve(qsizetype(record.entries.size()) + 2);
+    all.resize(2);
     for (const auto& e : record.entries) {
         const DeclarationPrefix& prefix = prefixes[size_t(e.prefix)];
         const DeclarationKindInfo& info = declarationKindInfo(prefix.kind);
@@ -576,17 +688,25 @@ template <class Char> DeclarationLists declarationListsOf(const ScanRecord<Char>
 
     DeclarationLists result;
     QList<DeclarationEntry> kindEntries[declarationKindCount];
+    qsizetype kindCounts[declarationKindCount] = {};
+    for (const auto& e : record.entries)
+        ++kindCounts[int(prefixes[size_t(e.prefix)].kind)];
+    for (int k = 0; k < declarationKindCount; ++k) {
+        kindEntries[k].reserve(kindCounts[k] + 2);
+        kindEntries[k].resize(2);
+    }
     forEachEntryByKind(record, [&](DeclarationKind kind, int i) {
-        kindEntries[int(kind)].append(all.at(i));
+        const DeclarationEntry& entry = all.at(i + 2);
+        kindEntries[int(kind)].append(entry);
         if (declarationKindInfo(kind).takesParameters) {
             result.lineSeparators.append(record.entries[size_t(i)].position);
-            result.lineSeparatorsType.append(all.at(i).name);
+            result.lineSeparatorsType.append(entry.name);
         }
     });
     for (DeclarationKind kind : allDeclarationKinds())
         result.kinds[int(kind)] =
-            DeclarationList::make(declarationKindInfo(kind).word, std::move(kindEntries[int(kind)]));
-    result.all = DeclarationList::make(QStringLiteral("All"), std::move(all));
+            DeclarationList::fromRows(declarationKindInfo(kind).word, std::move(kindEntries[int(kind)]));
+    result.all = DeclarationList::fromRows(QStringLiteral("All"), std::move(all));
 
     // Parameters come after the Dim lines and replace a Dim of the same key.
     qsizetype localCount = qsizetype(record.dims.size());
@@ -596,8 +716,10 @@ template <class Char> DeclarationLists declarationListsOf(const ScanRecord<Char>
     auto insertLocal = [&](const typename ScanRecord<Char>::Local& local) {
         QString key;
         key.reserve(qsizetype(local.scope.size() + 1 + local.name.size()));
-        key.append(toQString(local.scope)).append(QLatin1Char('.')).append(toQString(local.name));
-        result.locals.insert(key, types.shared(local.type));
+        appendTo(key, local.scope);
+        key.append(QLatin1Char('.'));
+        appendTo(key, local.name);
+        result.locals.insert(std::move(key), types.shared(local.type));
     };
     for (const auto& dim : record.dims)
         insertLocal(dim);

@@ -1,21 +1,25 @@
 #include "insight/declarations.h"
 
 DeclarationList DeclarationList::make(const QString& word, QList<DeclarationEntry> entries) {
+    QList<DeclarationEntry> rows;
+    rows.reserve(entries.size() + 2);
+    rows.resize(2);
+    rows.append(std::move(entries));
+    return fromRows(word, std::move(rows));
+}
+
+DeclarationList DeclarationList::fromRows(const QString& word, QList<DeclarationEntry> rows) {
     DeclarationList list;
-    list.rows.reserve(entries.size() + 2);
-
-    DeclarationEntry heading;
+    list.rows = std::move(rows);
+    DeclarationEntry& heading = list.rows[0];
+    heading = DeclarationEntry();
     heading.row = DeclarationEntry::Row::Heading;
-    heading.title = word + QStringLiteral(" (") + QString::number(entries.size()) + QLatin1Char(')');
+    heading.title = word + QStringLiteral(" (") + QString::number(list.rows.size() - 2) + QLatin1Char(')');
     heading.tag = 0;
-    list.rows.append(heading);
-
-    DeclarationEntry separator;
+    DeclarationEntry& separator = list.rows[1];
+    separator = DeclarationEntry();
     separator.row = DeclarationEntry::Row::Separator;
     separator.tag = 0;
-    list.rows.append(separator);
-
-    list.rows.append(std::move(entries));
     list.selectedRow = 0;
     return list;
 }

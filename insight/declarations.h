@@ -37,6 +37,9 @@ struct DeclarationList {
 
     // A finished list: heading "<word> (<count>)", separator, then `entries`.
     static DeclarationList make(const QString& word, QList<DeclarationEntry> entries);
+    // The same from rows whose first two are left for the heading and the separator, so
+    // that a long list is not copied once more.
+    static DeclarationList fromRows(const QString& word, QList<DeclarationEntry> rows);
 
     qsizetype entryCount() const { return rows.size() >= 2 ? rows.size() - 2 : 0; }
     const DeclarationEntry& entry(qsizetype i) const { return rows.at(i + 2); }
