@@ -3,16 +3,17 @@
 #include "insight/declaration_scanner.h"
 #include "insight/source_text.h"
 
-FileScan::FileScan(QByteArray bytes) : bytes_(std::move(bytes)) {
-    const std::string_view ascii(bytes_.constData(), size_t(bytes_.size()));
+FileScan::FileScan(const QByteArray& bytes) {
+    const std::string_view ascii(bytes.constData(), size_t(bytes.size()));
     if (isAscii(ascii)) {
         asciiRecord_ = recordDeclarations(ascii);
+        keepOwnCopies(*asciiRecord_, ascii);
         return;
     }
-    decoded_ = QString::fromUtf8(bytes_);
-    bytes_ = QByteArray();
-    record_ = recordDeclarations(std::u16string_view(reinterpret_cast<const char16_t*>(decoded_.utf16()),
-                                                     size_t(decoded_.size())));
+    const QString decoded = QString::fromUtf8(bytes);
+    const std::u16string_view text(reinterpret_cast<const char16_t*>(decoded.utf16()), size_t(decoded.size()));
+    record_ = recordDeclarations(text);
+    keepOwnCopies(*record_, text);
 }
 
 const DeclarationLists& FileScan::lists() const {
@@ -20,8 +21,6 @@ const DeclarationLists& FileScan::lists() const {
         lists_ = asciiRecord_ ? declarationListsOf(*asciiRecord_) : declarationListsOf(*record_);
         asciiRecord_.reset();
         record_.reset();
-        bytes_ = QByteArray();
-        decoded_ = QString();
     });
     return lists_;
 }

@@ -80,8 +80,16 @@ void parser::parseFile(const QString& path, bool makeLists, bool mayUsePrefetche
 
     // The scan works on its own copies; the stores are touched only to publish.
     std::shared_ptr<FileScan> scan = mayUsePrefetched ? scan_prefetch::take(path) : nullptr;
-    if (!scan)
-        scan = std::make_shared<FileScan>(readSourceBytes(path).value_or(QByteArray()));
+    if (!scan) {
+        // Each thread reads into the same memory every time; a very large file's
+        // buffer is not kept.
+        thread_local QByteArray buffer;
+        if (!readSourceBytesInto(path, buffer))
+            buffer.clear();
+        scan = std::make_shared<FileScan>(buffer);
+        if (buffer.capacity() > (8 << 20))
+            buffer = QByteArray();
+    }
     if (makeLists)
         scan->lists();
 

@@ -86,6 +86,7 @@ private:
     void work(bool lists) {
         if (lists)
             list();
+        QByteArray buffer; // every file of this thread is read into the same memory
         for (;;) {
             QString path;
             {
@@ -99,8 +100,8 @@ private:
                 items_[path].state = State::Running;
             }
             FileIdentity identity;
-            std::optional<QByteArray> bytes = readSourceBytes(path, &identity);
-            std::shared_ptr<FileScan> scan = bytes ? std::make_shared<FileScan>(std::move(*bytes)) : nullptr;
+            const bool read = readSourceBytesInto(path, buffer, &identity);
+            std::shared_ptr<FileScan> scan = read ? std::make_shared<FileScan>(buffer) : nullptr;
             {
                 std::lock_guard lock(mutex_);
                 Item& item = items_[path];

@@ -53,6 +53,53 @@ template <class Char> struct ScanRecord {
     TextArena<Char> arena;
 };
 
+// Copies every text of `record` that is a view into `text` into the record's arena, so
+// that the record no longer needs `text`. Views into one title stay views into its copy.
+template <class Char> void keepOwnCopies(ScanRecord<Char>& record, std::basic_string_view<Char> text) {
+    using View = std::basic_string_view<Char>;
+    const Char* const begin = text.data();
+    const Char* const end = begin + text.size();
+    auto inText = [&](View v) { return !v.empty() && v.data() >= begin && v.data() < end; };
+    // `part` of `from`, moved to the same place in `to`.
+    auto moved = [](View part, View from, View to) {
+        if (part.empty() || part.data() < from.data() || part.data() + part.size() > from.data() + from.size())
+            return part;
+        return View(to.data() + (part.data() - from.data()), part.size());
+    };
+    for (auto& entry : record.entries) {
+        if (!inText(entry.title))
+            continue;
+        const View copy = record.arena.copy(entry.title);
+        entry.name = moved(entry.name, entry.title, copy);
+        entry.parameters = moved(entry.parameters, entry.title, copy);
+        entry.type = moved(entry.type, entry.title, copy);
+        entry.title = copy;
+    }
+    // Consecutive locals mostly share their scope: one copy for a run of them.
+    View lastOriginal;
+    View lastCopy;
+    auto own = [&](View v) {
+        if (!inText(v))
+            return v;
+        if (v.data() != lastOriginal.data() || v.size() != lastOriginal.size()) {
+            lastOriginal = v;
+            lastCopy = record.arena.copy(v);
+        }
+        return lastCopy;
+    };
+    for (auto& local : record.dims)
+        local.scope = own(local.scope); // names and types of Dim lines are copies already
+    for (auto& parameters : record.parameters) {
+        for (auto& parameter : parameters) {
+            parameter.scope = own(parameter.scope);
+            if (inText(parameter.name))
+                parameter.name = record.arena.copy(parameter.name);
+            if (inText(parameter.type))
+                parameter.type = record.arena.copy(parameter.type);
+        }
+    }
+}
+
 // Entry rows in navigator order: for each kind, for each of its prefixes, the entries
 // in line order. `each(kind, entryIndex)` is called once per entry.
 template <class Char, class Each> void forEachEntryByKind(const ScanRecord<Char>& record, Each each) {

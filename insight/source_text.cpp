@@ -44,20 +44,20 @@ std::optional<FileIdentity> fileIdentity(const QString& path) {
 
 // Plain system calls: a project opening reads a thousand files, and the four calls here
 // cost a fraction of a QFile's bookkeeping.
-std::optional<QByteArray> readSourceBytes(const QString& path, FileIdentity* identity) {
+bool readSourceBytesInto(const QString& path, QByteArray& bytes, FileIdentity* identity) {
     if (path.isEmpty())
-        return std::nullopt;
+        return false;
     const Descriptor fd(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC));
     if (fd.get() < 0)
-        return std::nullopt;
+        return false;
     struct stat info;
     if (::fstat(fd.get(), &info) != 0 || S_ISDIR(info.st_mode))
-        return std::nullopt;
+        return false;
     if (identity)
         *identity = identityOf(info);
     // The size is a first guess: a file that is not regular, or grows while it is read,
     // is read to its end.
-    QByteArray bytes(qsizetype(S_ISREG(info.st_mode) ? info.st_size + 1 : 65536), Qt::Uninitialized);
+    bytes.resize(qsizetype(S_ISREG(info.st_mode) ? info.st_size + 1 : 65536));
     qsizetype used = 0;
     for (;;) {
         if (used == bytes.size())
@@ -66,12 +66,19 @@ std::optional<QByteArray> readSourceBytes(const QString& path, FileIdentity* ide
         if (n < 0 && errno == EINTR)
             continue;
         if (n < 0)
-            return std::nullopt;
+            return false;
         if (n == 0)
             break;
         used += n;
     }
     bytes.truncate(used);
+    return true;
+}
+
+std::optional<QByteArray> readSourceBytes(const QString& path, FileIdentity* identity) {
+    QByteArray bytes;
+    if (!readSourceBytesInto(path, bytes, identity))
+        return std::nullopt;
     return bytes;
 }
 

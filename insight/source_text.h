@@ -28,6 +28,10 @@ std::optional<FileIdentity> fileIdentity(const QString& path);
 // permission). `identity`, when given, receives the identity of what was read.
 std::optional<QByteArray> readSourceBytes(const QString& path, FileIdentity* identity = nullptr);
 
+// The same into `bytes`, whose allocation is reused when it is large enough (a thread
+// reading many files keeps touching the same memory). False when it cannot be read.
+bool readSourceBytesInto(const QString& path, QByteArray& bytes, FileIdentity* identity = nullptr);
+
 // The text of the file decoded as UTF-8, or nothing when it cannot be read.
 std::optional<QString> readSourceText(const QString& path);
 
