@@ -10,6 +10,8 @@
 // the cut ends exactly at it.
 #include "insight/declaration_scanner.h"
 
+#include "insight/source_text.h"
+
 #include <QStringView>
 
 #include <array>
@@ -594,21 +596,41 @@ template <class Char> ScanRecord<Char> join(std::vector<PartResult<Char>>& parts
     return record;
 }
 
+// Positions were counted in bytes; the lists give them in UTF-16 units, which differ
+// once a character takes more than one byte. One walk over the text, since the entries
+// are in position order.
+void positionsInUtf16(std::vector<ScanRecord<char>::Entry>& entries, std::string_view text) {
+    qint64 byte = 0;
+    qint64 units = 0;
+    for (auto& entry : entries) {
+        for (; byte < entry.position; ++byte) {
+            const auto c = static_cast<unsigned char>(text[std::size_t(byte)]);
+            units += (c & 0xC0) != 0x80; // not a continuation byte
+            units += c >= 0xF0;          // four bytes make two UTF-16 units
+        }
+        entry.position = units;
+    }
+}
+
 template <class Char> qint64 lastIndexOf(View<Char> text, Char c) {
     const std::size_t at = text.rfind(c);
     return at == View<Char>::npos ? -1 : qint64(at);
 }
 
 template <class Char> void appendTo(QString& out, View<Char> text) {
-    if constexpr (sizeof(Char) == 1)
-        out.append(QLatin1StringView(text.data(), qsizetype(text.size())));
-    else
+    if constexpr (sizeof(Char) == 1) {
+        if (isAscii(text))
+            out.append(QLatin1StringView(text.data(), qsizetype(text.size())));
+        else
+            out.append(QString::fromUtf8(text.data(), qsizetype(text.size())));
+    } else {
         out.append(QStringView(text.data(), qsizetype(text.size())));
+    }
 }
 
 template <class Char> QString toQString(View<Char> text) {
     if constexpr (sizeof(Char) == 1)
-        return QString::fromLatin1(text.data(), qsizetype(text.size()));
+        return QString::fromUtf8(text.data(), qsizetype(text.size()));
     else
         return QString(reinterpret_cast<const QChar*>(text.data()), qsizetype(text.size()));
 }
@@ -656,7 +678,11 @@ template <class Char> ScanRecord<Char> recordDeclarations(std::basic_string_view
     scanPart(0);
     for (std::thread& thread : threads)
         thread.join();
-    return join(results);
+    ScanRecord<Char> record = join(results);
+    if constexpr (sizeof(Char) == 1)
+        if (!isAscii(text))
+            positionsInUtf16(record.entries, text);
+    return record;
 }
 
 template <class Char> DeclarationLists declarationListsOf(const ScanRecord<Char>& record) {

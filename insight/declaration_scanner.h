@@ -16,7 +16,8 @@
 
 // Scans `text` into a record. With `parts` above 1 a large text is cut at line breaks
 // and the parts are scanned on that many threads at once; the record is the same as
-// from one pass. Char is char for pure-ASCII text and char16_t otherwise.
+// from one pass. Char is char for text that scannableAsBytes accepts (its UTF-8 bytes)
+// and char16_t for decoded text.
 template <class Char> ScanRecord<Char> recordDeclarations(std::basic_string_view<Char> text, int parts = 1);
 
 // The navigator lists, scope starts and locals of a record, as Qt values.

@@ -4,10 +4,10 @@
 #include "insight/source_text.h"
 
 FileScan::FileScan(const QByteArray& bytes) {
-    const std::string_view ascii(bytes.constData(), size_t(bytes.size()));
-    if (isAscii(ascii)) {
-        asciiRecord_ = recordDeclarations(ascii);
-        keepOwnCopies(*asciiRecord_, ascii);
+    const std::string_view raw(bytes.constData(), size_t(bytes.size()));
+    if (scannableAsBytes(raw)) {
+        bytesRecord_ = recordDeclarations(raw);
+        keepOwnCopies(*bytesRecord_, raw);
         return;
     }
     const QString decoded = QString::fromUtf8(bytes);
@@ -18,8 +18,8 @@ FileScan::FileScan(const QByteArray& bytes) {
 
 const DeclarationLists& FileScan::lists() const {
     std::call_once(converted_, [this] {
-        lists_ = asciiRecord_ ? declarationListsOf(*asciiRecord_) : declarationListsOf(*record_);
-        asciiRecord_.reset();
+        lists_ = bytesRecord_ ? declarationListsOf(*bytesRecord_) : declarationListsOf(*record_);
+        bytesRecord_.reset();
         record_.reset();
     });
     return lists_;

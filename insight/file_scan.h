@@ -26,7 +26,7 @@ public:
 
 private:
     mutable std::once_flag converted_;
-    mutable std::optional<ScanRecord<char>> asciiRecord_;
+    mutable std::optional<ScanRecord<char>> bytesRecord_;
     mutable std::optional<ScanRecord<char16_t>> record_;
     mutable DeclarationLists lists_;
 };

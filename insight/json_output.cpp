@@ -91,10 +91,11 @@ QByteArray JsonOutput::toByteArray() const {
 
 char* JsonOutput::escape(char* to, std::string_view text) {
     for (char c : text) {
-        if (plainAscii(char16_t(c)))
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x80 || plainAscii(byte)) // UTF-8 bytes are kept as they are
             *to++ = c;
         else
-            to = escapeAscii(to, char16_t(c));
+            to = escapeAscii(to, byte);
     }
     return to;
 }

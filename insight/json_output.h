@@ -69,7 +69,7 @@ private:
     // The used bytes of chunk `i`.
     std::string_view chunk(std::size_t i) const;
 
-    static char* escape(char* to, std::string_view text);   // pure ASCII
+    static char* escape(char* to, std::string_view text);   // valid UTF-8
     static char* escape(char* to, std::u16string_view text); // any text
 
     std::vector<Chunk> chunks_;

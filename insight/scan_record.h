@@ -5,9 +5,9 @@
 // into DeclarationLists; `kelvaro --scan` writes its JSON straight from the record,
 // which spares it tens of thousands of small string allocations.
 //
-// Char is char for a text that is pure ASCII (read as bytes, never decoded) and
-// char16_t for any other text (decoded from UTF-8, positions in UTF-16 units, as the
-// editor counts them).
+// Char is char for a text scanned as its UTF-8 bytes (ASCII, or UTF-8 without the two
+// letters that fold onto ASCII ones; see scannableAsBytes) and char16_t for any other
+// text, decoded. Positions are UTF-16 units either way, as the editor counts them.
 
 #include "insight/declarations.h"
 #include "insight/text_arena.h"
@@ -29,7 +29,7 @@ template <class Char> struct ScanRecord {
     using View = std::basic_string_view<Char>;
 
     struct Entry {
-        qint64 position; // the line break before the declaration's line
+        qint64 position; // the line break before the declaration's line, in UTF-16 units
         qint64 line;     // 1-based
         int prefix;      // index into declarationPrefixes()
         View title;      // carriage returns removed

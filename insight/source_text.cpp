@@ -104,3 +104,48 @@ bool isAscii(std::string_view bytes) {
         high |= std::uint8_t(*at);
     return (high & 0x8080808080808080ull) == 0;
 }
+
+bool scannableAsBytes(std::string_view bytes) {
+    const auto* at = reinterpret_cast<const unsigned char*>(bytes.data());
+    const auto* const end = at + bytes.size();
+    auto continuation = [](unsigned char c) { return (c & 0xC0) == 0x80; };
+    while (at < end) {
+        // Runs of ASCII eight bytes at a time.
+        while (end - at >= 8) {
+            std::uint64_t word;
+            std::memcpy(&word, at, 8);
+            if (word & 0x8080808080808080ull)
+                break;
+            at += 8;
+        }
+        if (at == end)
+            break;
+        const unsigned char c = *at;
+        if (c < 0x80) {
+            ++at;
+        } else if (c >= 0xC2 && c < 0xE0) {
+            if (end - at < 2 || !continuation(at[1]))
+                return false;
+            if (c == 0xC5 && at[1] == 0xBF) // LATIN SMALL LETTER LONG S
+                return false;
+            at += 2;
+        } else if (c >= 0xE0 && c < 0xF0) {
+            if (end - at < 3 || !continuation(at[1]) || !continuation(at[2]))
+                return false;
+            if ((c == 0xE0 && at[1] < 0xA0) || (c == 0xED && at[1] >= 0xA0)) // overlong, surrogate
+                return false;
+            if (c == 0xE2 && at[1] == 0x84 && at[2] == 0xAA) // KELVIN SIGN
+                return false;
+            at += 3;
+        } else if (c >= 0xF0 && c < 0xF5) {
+            if (end - at < 4 || !continuation(at[1]) || !continuation(at[2]) || !continuation(at[3]))
+                return false;
+            if ((c == 0xF0 && at[1] < 0x90) || (c == 0xF4 && at[1] >= 0x90)) // overlong, beyond U+10FFFF
+                return false;
+            at += 4;
+        } else {
+            return false;
+        }
+    }
+    return true;
+}

@@ -38,12 +38,18 @@ std::optional<QString> readSourceText(const QString& path);
 // Whether every byte is below 128, so that the bytes are the text's UTF-16 units.
 bool isAscii(std::string_view bytes);
 
-// Calls `use` with the text of `bytes` as a std::string_view when they are pure ASCII,
-// else as a std::u16string_view of their UTF-8 decoding; returns what `use` returns.
+// Whether the bytes can be scanned as they are: ASCII, or valid UTF-8 holding neither
+// LATIN SMALL LETTER LONG S nor KELVIN SIGN, the two letters that match ASCII ones when
+// letter case is ignored. Anything else is decoded first.
+bool scannableAsBytes(std::string_view bytes);
+
+// Calls `use` with the text of `bytes` as a std::string_view when they can be scanned as
+// they are, else as a std::u16string_view of their UTF-8 decoding; returns what `use`
+// returns.
 template <class Use> auto withSourceText(const QByteArray& bytes, Use use) {
-    const std::string_view ascii(bytes.constData(), size_t(bytes.size()));
-    if (isAscii(ascii))
-        return use(ascii);
+    const std::string_view raw(bytes.constData(), size_t(bytes.size()));
+    if (scannableAsBytes(raw))
+        return use(raw);
     const QString text = QString::fromUtf8(bytes);
     return use(std::u16string_view(reinterpret_cast<const char16_t*>(text.utf16()), size_t(text.size())));
 }

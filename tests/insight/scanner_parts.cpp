@@ -29,6 +29,14 @@ QString asciiOnly(QString text) {
     return text;
 }
 
+// The generator's text with its two letters that fold onto ASCII ones replaced by
+// letters of two, three and four UTF-8 bytes, so that byte and UTF-16 positions differ.
+QString otherLetters(QString text) {
+    text.replace(QChar(0x017F), QString::fromUtf8("\xC3\xA9"));          // é
+    text.replace(QChar(0x212A), QString::fromUtf8("\xF0\x9F\x98\x80"));  // an emoji, two UTF-16 units
+    return QString::fromUtf8("' \xE6\x97\xA5\xE6\x9C\xAC\n") + text; // two three-byte letters first
+}
+
 template <class Char> QJsonObject jsonOf(const ScanRecord<Char>& record) {
     JsonOutput out;
     appendScanResultJson(out, u"F.klvr", record);
@@ -91,6 +99,48 @@ TEST(ScannerParts, AsciiBytesScanLikeTheirDecodedText) {
             const QString difference = firstDifference(decoded, declarationListsOf(record));
             ASSERT_TRUE(difference.isEmpty()) << "start value " << start << ": " << difference.toStdString();
         }
+    }
+}
+
+TEST(ScannerParts, Utf8BytesScanLikeTheirDecodedText) {
+    for (quint32 start = 1; start <= 2000; ++start) {
+        const QString text = otherLetters(randomKelvaroSource(start, 60));
+        const QByteArray bytes = text.toUtf8();
+        const std::string_view raw(bytes.constData(), size_t(bytes.size()));
+        ASSERT_TRUE(scannableAsBytes(raw));
+        const DeclarationLists decoded = scanDeclarations(text);
+        for (int parts : {1, 3}) {
+            const auto record = recordDeclarations(raw, parts);
+            const QString difference = firstDifference(decoded, declarationListsOf(record));
+            ASSERT_TRUE(difference.isEmpty()) << "start value " << start << ": " << difference.toStdString();
+            if (start <= 300) {
+                ASSERT_EQ(jsonDifference(jsonOf(record), decoded), "") << start;
+            }
+        }
+    }
+}
+
+TEST(ScannerParts, BytesAreScannedAsTheyAreOnlyWhenThatChangesNothing) {
+    auto scannable = [](const QByteArray& bytes) {
+        return scannableAsBytes(std::string_view(bytes.constData(), size_t(bytes.size())));
+    };
+    EXPECT_TRUE(scannable(""));
+    EXPECT_TRUE(scannable("\nSub A()\n"));
+    EXPECT_TRUE(scannable("\xEF\xBB\xBF\nSub Caf\xC3\xA9()\n \xF0\x9F\x98\x80 \xE6\x97\xA5"));
+    // The two letters that match "s" and "k" when letter case is ignored.
+    EXPECT_FALSE(scannable("\n\xC5\xBFub A()\n"));
+    EXPECT_FALSE(scannable("x \xE2\x84\xAA"));
+    // Invalid UTF-8, which decoding replaces.
+    for (const QByteArray& invalid : {QByteArray("\x80"), QByteArray("a\xC0\x80"), QByteArray("\xED\xA0\x80"),
+                                      QByteArray("\xF4\x90\x80\x80"), QByteArray("abc\xE2\x82"),
+                                      QByteArray("\xF5\x80\x80\x80"), QByteArray("\xE0\x80\xAF"),
+                                      QByteArray("\xC3(")})
+        EXPECT_FALSE(scannable(invalid)) << invalid.toHex().toStdString();
+    // Whatever is decoded gives the same lists through both entry points.
+    for (const QByteArray& bytes : {QByteArray("\n\xC5\xBFub S(a)\n"), QByteArray("\nSub A(\xED\xA0\x80)\n Dim x\n")}) {
+        const DeclarationLists lists =
+            withSourceText(bytes, [](auto text) { return declarationListsOf(recordDeclarations(text)); });
+        EXPECT_EQ(firstDifference(scanDeclarations(QString::fromUtf8(bytes)), lists), "");
     }
 }
 
