@@ -1,8 +1,18 @@
 // libFuzzer entry for the declaration scanner. Any bytes are decoded as UTF-8 and
 // scanned; the result must keep the lists' own invariants, and for inputs small enough
-// for the slow reference reading it must equal that reading field for field.
+// for the slow reference reading it must equal that reading field for field. Every
+// other way to scan the same bytes must give the same lists: as bytes when they may be,
+// cut into parts on several threads, through a kept scan whose lists are made later,
+// and as the --scan JSON read back.
 #include "insight/declaration_scanner.h"
+#include "insight/file_scan.h"
+#include "insight/scan_json.h"
+#include "insight/source_text.h"
+#include "scan_json_check.h"
 #include "scanner_reference.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <cstdint>
 #include <cstdio>
@@ -56,6 +66,29 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const QString text = QString::fromUtf8(reinterpret_cast<const char*>(data), qsizetype(size));
     const DeclarationLists lists = scanDeclarations(text);
     checkInvariants(text, lists);
+
+    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    const std::string_view raw(bytes.constData(), size_t(bytes.size()));
+    const std::u16string_view utf16(reinterpret_cast<const char16_t*>(text.utf16()), size_t(text.size()));
+    auto same = [&](const DeclarationLists& other, const char* how) {
+        const QString difference = firstDifference(lists, other);
+        if (!difference.isEmpty())
+            fail(QString("%1 differs: %2").arg(how, difference));
+    };
+    same(declarationListsOf(recordDeclarations(utf16, 3)), "three parts");
+    if (scannableAsBytes(raw)) {
+        same(declarationListsOf(recordDeclarations(raw)), "bytes");
+        same(declarationListsOf(recordDeclarations(raw, 2)), "bytes in two parts");
+    }
+    same(FileScan(bytes).lists(), "kept scan");
+    JsonOutput json;
+    withSourceText(bytes, [&](auto source) { appendScanResultJson(json, u"F.klvr", recordDeclarations(source)); });
+    QJsonParseError error;
+    const QJsonObject object = QJsonDocument::fromJson(json.toByteArray(), &error).object();
+    if (error.error != QJsonParseError::NoError)
+        fail("the JSON does not parse: " + error.errorString());
+    if (const QString difference = jsonDifference(object, lists); !difference.isEmpty())
+        fail("the JSON differs: " + difference);
     if (text.size() <= 4096) {
         const QString difference = firstDifference(referenceScan(text), lists);
         if (!difference.isEmpty())
