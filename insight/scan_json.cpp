@@ -149,26 +149,23 @@ template <class Char> void appendScanResultJson(JsonOutput& json, QStringView pa
     json.literal("]}");
 
     // Scope starts: the entries of kinds with a parameter list, in list order.
+    std::vector<int> scopeStarts;
+    forEachEntryByKind(record, [&](DeclarationKind kind, int i) {
+        if (declarationKindInfo(kind).takesParameters)
+            scopeStarts.push_back(i);
+    });
     json.literal(",\"lineSeparators\":[");
-    bool first = true;
-    forEachEntryByKind(record, [&](DeclarationKind kind, int i) {
-        if (!declarationKindInfo(kind).takesParameters)
-            return;
-        if (!first)
+    for (std::size_t k = 0; k < scopeStarts.size(); ++k) {
+        if (k)
             json.literal(",");
-        first = false;
-        json.number(record.entries[size_t(i)].position);
-    });
+        json.number(record.entries[size_t(scopeStarts[k])].position);
+    }
     json.literal("],\"lineSeparatorsType\":[");
-    first = true;
-    forEachEntryByKind(record, [&](DeclarationKind kind, int i) {
-        if (!declarationKindInfo(kind).takesParameters)
-            return;
-        if (!first)
+    for (std::size_t k = 0; k < scopeStarts.size(); ++k) {
+        if (k)
             json.literal(",");
-        first = false;
-        json.string(record.entries[size_t(i)].name);
-    });
+        json.string(record.entries[size_t(scopeStarts[k])].name);
+    }
 
     // Parameters come after the Dim lines and replace a Dim of the same key.
     std::size_t localCount = record.dims.size();
@@ -181,7 +178,7 @@ template <class Char> void appendScanResultJson(JsonOutput& json, QStringView pa
         for (const auto& parameter : parameters)
             table.add(parameter);
     json.literal("],\"locals\":{");
-    first = true;
+    bool first = true;
     for (const auto* local : table.locals()) {
         if (!first)
             json.literal(",");
