@@ -162,6 +162,8 @@ namespace scan_prefetch {
 
 void start(const QString& folder) {
     finish();
+    if (folder.isEmpty())
+        return; // no project to open (an empty name would list the current folder)
     auto prefetch = std::make_shared<Prefetch>(folder);
     std::lock_guard lock(current().mutex);
     current().prefetch = std::move(prefetch);

@@ -13,7 +13,7 @@
 namespace scan_prefetch {
 
 // Starts scanning the ".klvr" files at the top of `folder`, named folder + "/" + file
-// name, on every core. Replaces an earlier prefetch.
+// name, on every core. Replaces an earlier prefetch; an empty folder starts none.
 void start(const QString& folder);
 
 // The prefetched scan of `path`, waiting while it is under way. Nothing when the file
