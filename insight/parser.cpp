@@ -5,7 +5,10 @@
 #include "frame/trace.h"
 
 #include <QMutexLocker>
-#include <QtConcurrent/QtConcurrentMap>
+#include <algorithm>
+#include <atomic>
+#include <thread>
+#include <vector>
 #include <functional>
 
 namespace {
@@ -68,7 +71,19 @@ void parser::ParseFile(const QString& path) {
 
 void parser::ParseFiles(const QStringList& paths) {
     KLVR_TRACE("ParseFiles");
-    QtConcurrent::blockingMap(paths, [this](const QString& path) { parseFile(path, false, true); });
+    // One worker per core, the calling thread among them, each taking the next file.
+    std::atomic<qsizetype> next{0};
+    auto work = [&] {
+        for (qsizetype i = next++; i < paths.size(); i = next++)
+            parseFile(paths[i], false, true);
+    };
+    const qsizetype workers = std::min<qsizetype>(paths.size(), std::max(1u, std::thread::hardware_concurrency()));
+    std::vector<std::thread> threads;
+    for (qsizetype w = 1; w < workers; ++w)
+        threads.emplace_back(work);
+    work();
+    for (std::thread& thread : threads)
+        thread.join();
 }
 
 void parser::parseFile(const QString& path, bool makeLists, bool mayUsePrefetched) {
