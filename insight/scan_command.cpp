@@ -26,8 +26,12 @@ constexpr qsizetype splitAbove = 1 << 20;
 
 int coreCount() { return int(std::max(1u, std::thread::hardware_concurrency())); }
 
-// The JSON object of one file, or nothing when it cannot be read.
-std::optional<JsonOutput> scanFileJson(const QString& path, int parts) {
+// The JSON object of one file in pieces to print in order, or nothing when the file
+// cannot be read. With more than one part, the locals are written on a second thread
+// while this one writes the lists.
+using JsonPieces = std::vector<JsonOutput>;
+
+std::optional<JsonPieces> scanFileJson(const QString& path, int parts) {
     const std::optional<QByteArray> bytes = readSourceBytes(path);
     if (!bytes)
         return std::nullopt;
@@ -35,16 +39,22 @@ std::optional<JsonOutput> scanFileJson(const QString& path, int parts) {
         parts = 1;
     return withSourceText(*bytes, [&](auto text) {
         const auto record = recordDeclarations(text, parts);
-        JsonOutput json;
-        appendScanResultJson(json, path, record);
-        return json;
+        JsonPieces pieces(2);
+        if (parts == 1) {
+            appendScanResultJson(pieces[0], path, record);
+            return pieces;
+        }
+        std::thread locals([&] { appendLocalsJson(pieces[1], record); });
+        appendListsJson(pieces[0], path, record);
+        locals.join();
+        return pieces;
     });
 }
 
 // Scans the files on every core, each file once, results in argument order. A single
 // large file is cut into parts instead.
-std::vector<std::optional<JsonOutput>> scanFilesJson(const QStringList& files) {
-    std::vector<std::optional<JsonOutput>> results(size_t(files.size()));
+std::vector<std::optional<JsonPieces>> scanFilesJson(const QStringList& files) {
+    std::vector<std::optional<JsonPieces>> results(size_t(files.size()));
     if (files.size() == 1) {
         results[0] = scanFileJson(files[0], coreCount());
         return results;
@@ -71,7 +81,7 @@ int runScan(const QStringList& files) {
         printError(QStringLiteral("usage: kelvaro --scan FILE..."));
         return 2;
     }
-    std::vector<std::optional<JsonOutput>> results = scanFilesJson(files);
+    std::vector<std::optional<JsonPieces>> results = scanFilesJson(files);
     std::fflush(stdout);
     QStringList unreadable;
     bool first = true;
@@ -84,7 +94,8 @@ int runScan(const QStringList& files) {
         if (!first)
             written = written && writeAll(",", 1);
         first = false;
-        written = written && results[i]->writeTo(STDOUT_FILENO);
+        for (const JsonOutput& piece : *results[i])
+            written = written && piece.writeTo(STDOUT_FILENO);
         results[i].reset();
     }
     written = written && writeAll("]\n", 2);

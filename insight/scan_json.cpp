@@ -109,7 +109,7 @@ private:
 
 } // namespace
 
-template <class Char> void appendScanResultJson(JsonOutput& json, QStringView path, const ScanRecord<Char>& record) {
+template <class Char> void appendListsJson(JsonOutput& json, QStringView path, const ScanRecord<Char>& record) {
     json.literal("{\"path\":");
     json.string(std::u16string_view(path.utf16(), size_t(path.size())));
 
@@ -167,6 +167,10 @@ template <class Char> void appendScanResultJson(JsonOutput& json, QStringView pa
         json.string(record.entries[size_t(scopeStarts[k])].name);
     }
 
+    json.literal("]");
+}
+
+template <class Char> void appendLocalsJson(JsonOutput& json, const ScanRecord<Char>& record) {
     // Parameters come after the Dim lines and replace a Dim of the same key.
     std::size_t localCount = record.dims.size();
     for (const auto& parameters : record.parameters)
@@ -177,7 +181,7 @@ template <class Char> void appendScanResultJson(JsonOutput& json, QStringView pa
     for (const auto& parameters : record.parameters)
         for (const auto& parameter : parameters)
             table.add(parameter);
-    json.literal("],\"locals\":{");
+    json.literal(",\"locals\":{");
     bool first = true;
     for (const auto* local : table.locals()) {
         if (!first)
@@ -194,5 +198,14 @@ template <class Char> void appendScanResultJson(JsonOutput& json, QStringView pa
     json.literal("}}");
 }
 
+template <class Char> void appendScanResultJson(JsonOutput& json, QStringView path, const ScanRecord<Char>& record) {
+    appendListsJson(json, path, record);
+    appendLocalsJson(json, record);
+}
+
+template void appendListsJson<char>(JsonOutput&, QStringView, const ScanRecord<char>&);
+template void appendListsJson<char16_t>(JsonOutput&, QStringView, const ScanRecord<char16_t>&);
+template void appendLocalsJson<char>(JsonOutput&, const ScanRecord<char>&);
+template void appendLocalsJson<char16_t>(JsonOutput&, const ScanRecord<char16_t>&);
 template void appendScanResultJson<char>(JsonOutput&, QStringView, const ScanRecord<char>&);
 template void appendScanResultJson<char16_t>(JsonOutput&, QStringView, const ScanRecord<char16_t>&);

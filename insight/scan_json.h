@@ -16,5 +16,15 @@
 // the lists give it (the later Dim, a parameter before any Dim).
 template <class Char> void appendScanResultJson(JsonOutput& out, QStringView path, const ScanRecord<Char>& record);
 
+// The same object in two pieces that may be written at the same time and are printed
+// one after the other: everything up to the scope starts, then the locals and the
+// closing brace.
+template <class Char> void appendListsJson(JsonOutput& out, QStringView path, const ScanRecord<Char>& record);
+template <class Char> void appendLocalsJson(JsonOutput& out, const ScanRecord<Char>& record);
+
+extern template void appendListsJson<char>(JsonOutput&, QStringView, const ScanRecord<char>&);
+extern template void appendListsJson<char16_t>(JsonOutput&, QStringView, const ScanRecord<char16_t>&);
+extern template void appendLocalsJson<char>(JsonOutput&, const ScanRecord<char>&);
+extern template void appendLocalsJson<char16_t>(JsonOutput&, const ScanRecord<char16_t>&);
 extern template void appendScanResultJson<char>(JsonOutput&, QStringView, const ScanRecord<char>&);
 extern template void appendScanResultJson<char16_t>(JsonOutput&, QStringView, const ScanRecord<char16_t>&);
