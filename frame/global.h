@@ -40,6 +40,7 @@ public:
     QPointer<QPushButton> bSwitchObjC;
     QPointer<QPushButton> bSwitchDebug;
     bool bIgnoreStdErr = false;
+    bool xcodeprojUnderWay = false; // started by startXcodeprojIfMissing, not yet waited for
     bool bCompilerError = false;
     bool bIsLaunchingApp = false;
     bool bMakeOnly = false;
@@ -123,6 +124,9 @@ public:
 
     // ---- Project opening (project/project_open.cpp) ----
     void makeSureXcodeprojIsThere();
+    // Starts creating the platform project when it is missing, without waiting, so it
+    // is made while the opening scans; makeSureXcodeprojIsThere then waits for it.
+    void startXcodeprojIfMissing();
     void OpenXcodeProject(const QString& folder, bool flag);
     Q_INVOKABLE void OpenXcodeProjectGUI(const Value& sender = Value());
     void SetProjectIcon();

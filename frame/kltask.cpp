@@ -157,6 +157,23 @@ void KLTask::startAndWait(bool detached) {
     }
 }
 
+void KLTask::waitUntilEnded() {
+    if (!channel_)
+        return;
+    if (klvrIsMainThread()) {
+        QEventLoop loop;
+        connect(this, &KLTask::finished, &loop, &QEventLoop::quit);
+        // `finished` is queued to this thread after `running` is cleared, so a run that
+        // ends after this test still ends the loop.
+        if (isRunning())
+            loop.exec(QEventLoop::ExcludeUserInputEvents);
+        return;
+    }
+    std::shared_ptr<KLTaskChannel> channel = channel_;
+    channel->done.acquire();
+    channel->done.release(); // another waiter may follow
+}
+
 void KLTask::stop() {
     if (!isRunning() || !worker_)
         return;

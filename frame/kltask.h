@@ -31,6 +31,9 @@ public:
     // arriving while the interface stays responsive.
     void startAndWait(bool detached);
     bool isRunning() const;
+    // Waits until the last run has ended and all of its output was delivered; on the
+    // main thread it keeps serving requests passed to it, as startAndWait does.
+    void waitUntilEnded();
     // Terminates the process (and kills it if it ignores the request).
     void stop();
     // The exit status of the last run; -1 when it could not start or crashed.

@@ -62,6 +62,7 @@ bool Global::ProjectOpen2(const QString& path) {
 
     KLVR_STEP("ProjectOpen2");
     stopRunningTask();
+    startXcodeprojIfMissing();
     mycode->SetEmpty();
     if (mymainwindow) {
         if (mymainwindow->projectIconView())
@@ -115,8 +116,23 @@ bool Global::ProjectOpen2(const QString& path) {
     return true;
 }
 
+// Creating the platform project: normally started when the opening begins (see
+// startXcodeprojIfMissing), so it is made while the files are scanned; here it is waited
+// for. Until it has ended, the compiler's error output is not reported.
 void Global::makeSureXcodeprojIsThere() {
     KLVR_TRACE("makeSureXcodeprojIsThere");
+    if (!xcodeprojUnderWay)
+        startXcodeprojIfMissing();
+    if (!xcodeprojUnderWay)
+        return; // it is there
+    xcodeprojUnderWay = false;
+    if (go)
+        go->waitUntilEnded();
+    bIgnoreStdErr = false;
+}
+
+void Global::startXcodeprojIfMissing() {
+    KLVR_TRACE("startXcodeprojIfMissing");
     const QString name = KLVR_FILENAME(ProjectPath);
     if (KLVR_NSFILEMANAGER_EXISTSDIRECTORY(ProjectPath + QLatin1Char('/') + name + QStringLiteral(".xcodeproj")))
         return;
@@ -125,8 +141,8 @@ void Global::makeSureXcodeprojIsThere() {
     go = KLVR_KLTASK_INIT(this, QStringLiteral("go"));
     KLVR_KLTASK_PATH(go, KLVR_NSBUNDLE_BUNDLEPATH() + QStringLiteral("/Contents/MacOS/klvrcompiler"));
     KLVR_KLTASK_ARGUMENTS(go, {ProjectPath, QStringLiteral("-xcodeproj")});
-    KLVR_KLTASK_STARTANDWAIT(go, false);
-    bIgnoreStdErr = false;
+    KLVR_KLTASK_STARTANDWAIT(go, true);
+    xcodeprojUnderWay = true;
 }
 
 void Global::OpenXcodeProject(const QString& folder, bool flag) {

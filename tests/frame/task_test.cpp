@@ -63,6 +63,26 @@ TEST(Tasks, WaitOnTheMainThreadDeliversEveryByteInOrderWithoutDeadlock) {
     EXPECT_LT(clock.elapsed(), 20000);
 }
 
+TEST(Tasks, DetachedRunWaitedForLaterDeliversEverythingFirst) {
+    outputowner owner;
+    std::unique_ptr<KLTask> go(KLVR_KLTASK_INIT(&owner, "go"));
+    go->waitUntilEnded(); // never started: returns at once
+    KLVR_KLTASK_PATH(go.get(), KELVARO_CHILD_WRITER);
+    KLVR_KLTASK_ARGUMENTS(go.get(), {"3000000", "100000"});
+    KLVR_KLTASK_STARTANDWAIT(go.get(), true);
+    // The main thread is busy elsewhere while the child writes; its output handlers wait
+    // for the main thread meanwhile.
+    QThread::msleep(200);
+    go->waitUntilEnded();
+    EXPECT_FALSE(KLVR_KLTASK_ISRUNNING(go.get()));
+    EXPECT_EQ(owner.out.size(), 3000000);
+    EXPECT_EQ(owner.err.size(), 100000);
+    EXPECT_TRUE(followsPattern(owner.out, 'a'));
+    EXPECT_TRUE(owner.allOnMainThread);
+    go->waitUntilEnded(); // already ended: returns at once
+    EXPECT_EQ(go->exitStatus(), 0);
+}
+
 TEST(Tasks, WaitOnABackgroundThreadWhileTheMainThreadServesOutput) {
     outputowner owner;
     std::unique_ptr<KLTask> go(KLVR_KLTASK_INIT(&owner, "go"));

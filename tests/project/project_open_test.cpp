@@ -111,6 +111,23 @@ TEST_F(ProjectOpening, PlatformProjectIsMadeOnceAndHandedToXcode) {
     EXPECT_EQ(compilerCalls().size(), 1); // not passed to the compiler again
 }
 
+TEST_F(ProjectOpening, PlatformProjectMadeWhileTheFilesAreScannedIsThereWhenOpeningEnds) {
+    // A slow compiler: the opening starts it before scanning and waits for it at the end.
+    const QString script = bundlePath() + "/Contents/MacOS/klvrcompiler";
+    writeFile(script, "#!/bin/sh\nsleep 0.3\necho 'some warning' >&2\nmkdir -p \"$1/$(basename \"$1\").xcodeproj\"\n"
+                      "touch \"$(dirname \"$0\")/done\"\n");
+    QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    Global& g = start();
+    const QString p = makeProject("Slow", {{"Global.NSObject.klvr", kGlobal}, {"a.NSObject.klvr", "\nSub A()\n"}});
+    g.ProjectOpen(p);
+    EXPECT_TRUE(QFile::exists(bundlePath() + "/Contents/MacOS/done"));
+    EXPECT_TRUE(QDir(p + "/Slow.xcodeproj").exists());
+    EXPECT_FALSE(KLVR_KLTASK_ISRUNNING(g.go));
+    EXPECT_FALSE(g.bIgnoreStdErr);
+    EXPECT_FALSE(g.xcodeprojUnderWay);
+    EXPECT_EQ(g.ProjectPath, p);
+}
+
 TEST_F(ProjectOpening, ProjectIconIsShownAndCopiedIntoTheBuiltApplication) {
     Global& g = start();
     const QString p = makeProject("Iconic", {{"Global.NSObject.klvr", kGlobal}, {"icon.icns", "icon bytes"}});
