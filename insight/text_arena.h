@@ -43,7 +43,11 @@ public:
 private:
     Char* allocate(std::size_t size) {
         if (size > room_) {
-            const std::size_t chunkSize = std::max<std::size_t>(size, 16384);
+            // Chunks grow with the arena: a small file's scan takes one page, a large
+            // one's few allocations.
+            const std::size_t grown = std::min<std::size_t>(std::size_t(4096) << std::min<std::size_t>(chunks_.size(), 8),
+                                                            std::size_t(1) << 20);
+            const std::size_t chunkSize = std::max(size, grown / sizeof(Char));
             chunks_.push_back(std::make_unique_for_overwrite<Char[]>(chunkSize));
             next_ = chunks_.back().get();
             room_ = chunkSize;
