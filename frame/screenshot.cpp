@@ -2,18 +2,13 @@
 
 #include "frame/global.h"
 #include "frame/mainwindow.h"
+#include "frame/png_writer.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QPixmap>
 #include <QTimer>
 #include <cstdio>
-
-namespace {
-// PNG is lossless at every level; a high quality number means light compression, which
-// writes the picture several times faster for a file a little larger.
-constexpr int screenshotQuality = 80;
-} // namespace
 
 int writeScreenshotWhenIdle(Global* global, const QString& file) {
     int status = 0;
@@ -31,7 +26,7 @@ int writeScreenshotWhenIdle(Global* global, const QString& file) {
         if (!window) {
             std::fprintf(stderr, "kelvaro: there is no main window to picture\n");
             status = 1;
-        } else if (!window->grab().save(file, "PNG", screenshotQuality)) {
+        } else if (!writeFastPng(window->grab().toImage(), file)) {
             std::fprintf(stderr, "kelvaro: could not write %s\n", file.toLocal8Bit().constData());
             status = 1;
         }
