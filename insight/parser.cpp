@@ -1,14 +1,12 @@
 #include "insight/parser.h"
 
+#include "insight/every_core.h"
 #include "insight/scan_prefetch.h"
 #include "insight/source_text.h"
 #include "frame/trace.h"
 
 #include <QMutexLocker>
-#include <algorithm>
-#include <atomic>
-#include <thread>
-#include <vector>
+
 #include <functional>
 
 namespace {
@@ -71,19 +69,7 @@ void parser::ParseFile(const QString& path) {
 
 void parser::ParseFiles(const QStringList& paths) {
     KLVR_TRACE("ParseFiles");
-    // One worker per core, the calling thread among them, each taking the next file.
-    std::atomic<qsizetype> next{0};
-    auto work = [&] {
-        for (qsizetype i = next++; i < paths.size(); i = next++)
-            parseFile(paths[i], false, true);
-    };
-    const qsizetype workers = std::min<qsizetype>(paths.size(), std::max(1u, std::thread::hardware_concurrency()));
-    std::vector<std::thread> threads;
-    for (qsizetype w = 1; w < workers; ++w)
-        threads.emplace_back(work);
-    work();
-    for (std::thread& thread : threads)
-        thread.join();
+    forEachOnEveryCore(paths.size(), [&](qsizetype i) { parseFile(paths[i], false, true); });
 }
 
 void parser::parseFile(const QString& path, bool makeLists, bool mayUsePrefetched) {

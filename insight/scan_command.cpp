@@ -1,16 +1,14 @@
 #include "insight/scan_command.h"
 
 #include "insight/declaration_scanner.h"
+#include "insight/every_core.h"
 #include "insight/scan_json.h"
 #include "insight/source_text.h"
 #include "insight/tags.h"
 
-#include <algorithm>
-#include <atomic>
 #include <cstdio>
 #include <memory>
 #include <optional>
-#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -23,8 +21,6 @@ void printError(const QString& message) {
 
 // A text this large is cut into parts scanned on every core at once.
 constexpr qsizetype splitAbove = 1 << 20;
-
-int coreCount() { return int(std::max(1u, std::thread::hardware_concurrency())); }
 
 // The JSON object of one file in pieces to print in order, or nothing when the file
 // cannot be read. With more than one part, the locals are written on a second thread
@@ -59,18 +55,7 @@ std::vector<std::optional<JsonPieces>> scanFilesJson(const QStringList& files) {
         results[0] = scanFileJson(files[0], coreCount());
         return results;
     }
-    std::atomic<qsizetype> next{0};
-    auto work = [&] {
-        for (qsizetype i = next++; i < files.size(); i = next++)
-            results[size_t(i)] = scanFileJson(files[i], 1);
-    };
-    const qsizetype workers = std::min<qsizetype>(files.size(), coreCount());
-    std::vector<std::thread> threads;
-    for (qsizetype w = 1; w < workers; ++w)
-        threads.emplace_back(work);
-    work();
-    for (std::thread& thread : threads)
-        thread.join();
+    forEachOnEveryCore(files.size(), [&](qsizetype i) { results[size_t(i)] = scanFileJson(files[i], 1); });
     return results;
 }
 
