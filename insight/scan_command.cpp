@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
