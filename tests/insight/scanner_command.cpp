@@ -153,3 +153,19 @@ TEST(ScannerCommand, LargeFileScannedInPartsGivesTheListsOfOnePass) {
         EXPECT_EQ(jsonDifference(array[0].toObject(), lists), "");
     }
 }
+
+TEST(ScannerCommand, CommandsNeedOnlyTheExecutableNotTheIdeLibrary) {
+    // The executable alone, without the IDE library beside it: the scanner's commands
+    // still work, and anything else says which library it misses.
+    QTemporaryDir dir;
+    const QString alone = dir.filePath("kelvaro");
+    ASSERT_TRUE(QFile::copy(KELVARO_APP_DIR "/Contents/MacOS/kelvaro", alone));
+    const QString source = write(dir, "A.NSObject.klvr", "\nSub A(x As T)\n");
+    const ChildRun scan = runKelvaro({"--scan", source}, alone);
+    ASSERT_EQ(scan.status, 0) << scan.err.toStdString();
+    const QJsonObject object = QJsonDocument::fromJson(scan.out).array()[0].toObject();
+    EXPECT_EQ(object["lists"].toObject()["Sub"].toArray()[0].toObject()["name"].toString(), "A");
+    const ChildRun ide = runKelvaro({"--screenshot", dir.filePath("x.png")}, alone);
+    EXPECT_EQ(ide.status, 1);
+    EXPECT_TRUE(ide.err.contains("libkelvaro_ide.so")) << ide.err.toStdString();
+}
