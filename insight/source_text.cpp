@@ -106,6 +106,9 @@ bool isAscii(std::string_view bytes) {
 }
 
 bool scannableAsBytes(std::string_view bytes) {
+    // Decoding drops a byte order mark at the start, which moves every position by one.
+    if (bytes.substr(0, 3) == "\xEF\xBB\xBF")
+        return false;
     const auto* at = reinterpret_cast<const unsigned char*>(bytes.data());
     const auto* const end = at + bytes.size();
     auto continuation = [](unsigned char c) { return (c & 0xC0) == 0x80; };

@@ -40,7 +40,8 @@ bool isAscii(std::string_view bytes);
 
 // Whether the bytes can be scanned as they are: ASCII, or valid UTF-8 holding neither
 // LATIN SMALL LETTER LONG S nor KELVIN SIGN, the two letters that match ASCII ones when
-// letter case is ignored. Anything else is decoded first.
+// letter case is ignored, and not starting with a byte order mark (decoding drops it).
+// Anything else is decoded first.
 bool scannableAsBytes(std::string_view bytes);
 
 // Calls `use` with the text of `bytes` as a std::string_view when they can be scanned as

@@ -126,7 +126,9 @@ TEST(ScannerParts, BytesAreScannedAsTheyAreOnlyWhenThatChangesNothing) {
     };
     EXPECT_TRUE(scannable(""));
     EXPECT_TRUE(scannable("\nSub A()\n"));
-    EXPECT_TRUE(scannable("\xEF\xBB\xBF\nSub Caf\xC3\xA9()\n \xF0\x9F\x98\x80 \xE6\x97\xA5"));
+    EXPECT_TRUE(scannable("\nSub Caf\xC3\xA9()\n \xEF\xBB\xBF \xF0\x9F\x98\x80 \xE6\x97\xA5"));
+    // A byte order mark at the start is dropped by decoding, so those bytes are decoded.
+    EXPECT_FALSE(scannable("\xEF\xBB\xBF\nSub A()\n"));
     // The two letters that match "s" and "k" when letter case is ignored.
     EXPECT_FALSE(scannable("\n\xC5\xBFub A()\n"));
     EXPECT_FALSE(scannable("x \xE2\x84\xAA"));
@@ -137,7 +139,8 @@ TEST(ScannerParts, BytesAreScannedAsTheyAreOnlyWhenThatChangesNothing) {
                                       QByteArray("\xC3(")})
         EXPECT_FALSE(scannable(invalid)) << invalid.toHex().toStdString();
     // Whatever is decoded gives the same lists through both entry points.
-    for (const QByteArray& bytes : {QByteArray("\n\xC5\xBFub S(a)\n"), QByteArray("\nSub A(\xED\xA0\x80)\n Dim x\n")}) {
+    for (const QByteArray& bytes : {QByteArray("\n\xC5\xBFub S(a)\n"), QByteArray("\nSub A(\xED\xA0\x80)\n Dim x\n"),
+                                    QByteArray("\xEF\xBB\xBFx\nSub A(b)\nSub C(\xC3\xA9)\n")}) {
         const DeclarationLists lists =
             withSourceText(bytes, [](auto text) { return declarationListsOf(recordDeclarations(text)); });
         EXPECT_EQ(firstDifference(scanDeclarations(QString::fromUtf8(bytes)), lists), "");
