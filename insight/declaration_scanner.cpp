@@ -617,22 +617,56 @@ template <class Char> qint64 lastIndexOf(View<Char> text, Char c) {
     return at == View<Char>::npos ? -1 : qint64(at);
 }
 
-template <class Char> void appendTo(QString& out, View<Char> text) {
-    if constexpr (sizeof(Char) == 1) {
-        if (isAscii(text))
-            out.append(QLatin1StringView(text.data(), qsizetype(text.size())));
-        else
-            out.append(QString::fromUtf8(text.data(), qsizetype(text.size())));
-    } else {
-        out.append(QStringView(text.data(), qsizetype(text.size())));
+// Appends valid UTF-8 (the bytes scannableAsBytes accepted) as UTF-16. Decoded by hand:
+// Qt's decoder drops a byte order mark at the start of what it decodes, and a piece of
+// a line may start with one.
+void appendUtf8(QString& out, std::string_view text) {
+    if (isAscii(text)) {
+        out.append(QLatin1StringView(text.data(), qsizetype(text.size())));
+        return;
+    }
+    const auto* at = reinterpret_cast<const unsigned char*>(text.data());
+    const auto* const end = at + text.size();
+    while (at < end) {
+        char32_t c = *at;
+        int more = 0;
+        if (c >= 0xF0) {
+            c &= 0x07;
+            more = 3;
+        } else if (c >= 0xE0) {
+            c &= 0x0F;
+            more = 2;
+        } else if (c >= 0xC0) {
+            c &= 0x1F;
+            more = 1;
+        }
+        for (++at; more > 0; --more, ++at)
+            c = (c << 6) | (*at & 0x3F);
+        if (c >= 0x10000) {
+            out.append(QChar(QChar::highSurrogate(c)));
+            out.append(QChar(QChar::lowSurrogate(c)));
+        } else {
+            out.append(QChar(char16_t(c)));
+        }
     }
 }
 
-template <class Char> QString toQString(View<Char> text) {
+template <class Char> void appendTo(QString& out, View<Char> text) {
     if constexpr (sizeof(Char) == 1)
-        return QString::fromUtf8(text.data(), qsizetype(text.size()));
+        appendUtf8(out, text);
     else
+        out.append(QStringView(text.data(), qsizetype(text.size())));
+}
+
+template <class Char> QString toQString(View<Char> text) {
+    if constexpr (sizeof(Char) == 1) {
+        QString out;
+        out.reserve(qsizetype(text.size()));
+        appendUtf8(out, text);
+        return out;
+    } else {
         return QString(reinterpret_cast<const QChar*>(text.data()), qsizetype(text.size()));
+    }
 }
 
 // One shared copy of each type text: a file names few types many times, and sharing

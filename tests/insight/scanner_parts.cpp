@@ -2,6 +2,7 @@
 // one pass or cut into parts on several threads, and the --scan JSON written straight
 // from the record.
 #include "insight/declaration_scanner.h"
+#include "insight/file_scan.h"
 #include "insight/scan_json.h"
 #include "insight/source_text.h"
 #include "scan_json_check.h"
@@ -145,6 +146,24 @@ TEST(ScannerParts, BytesAreScannedAsTheyAreOnlyWhenThatChangesNothing) {
             withSourceText(bytes, [](auto text) { return declarationListsOf(recordDeclarations(text)); });
         EXPECT_EQ(firstDifference(scanDeclarations(QString::fromUtf8(bytes)), lists), "");
     }
+}
+
+TEST(ScannerParts, AByteOrderMarkInsideALineIsKeptWhenScannedAsBytes) {
+    // Found by the fuzzer: a parameter named by a byte order mark lost it when its bytes
+    // were turned into a string, because Qt's decoder drops a mark at the start.
+    const QByteArray found = QByteArray::fromBase64(
+        "ClN1YiBGb28oLCwsLCzvu78sLCwsLCwsLGEsLCwsLCwsLCwsLCwsLCwsLCx+Q2xhc3ViIEEoKQ1lcg0KU3ViIEEoKQ0KcyBJbnRlZ2VyClN1"
+        "YiBGb28oYSBBcyBJbnRlZ2VyLCBiLCwsLCkKICAsLA==");
+    for (const QByteArray& bytes : {found, QByteArray("\nSub Foo(\xEF\xBB\xBF)\n Dim \xEF\xBB\xBFx As \xEF\xBB\xBFT\n")}) {
+        const std::string_view raw(bytes.constData(), size_t(bytes.size()));
+        ASSERT_TRUE(scannableAsBytes(raw));
+        const DeclarationLists decoded = scanDeclarations(QString::fromUtf8(bytes));
+        EXPECT_EQ(firstDifference(decoded, declarationListsOf(recordDeclarations(raw))), "");
+        EXPECT_EQ(firstDifference(decoded, FileScan(bytes).lists()), "");
+    }
+    const QByteArray mark("\nSub Foo(\xEF\xBB\xBF)\n");
+    const auto lists = declarationListsOf(recordDeclarations(std::string_view(mark.constData(), size_t(mark.size()))));
+    EXPECT_EQ(lists.locals.value(QString("Foo.") + QChar(0xFEFF)), "NSObject");
 }
 
 TEST(ScannerParts, AsciiTestLooksAtEveryByte) {
