@@ -132,8 +132,10 @@ template <class Char> void appendListsJson(JsonOutput& json, QStringView path, c
                 json.literal("]");
             ++currentKind;
             json.literal(",");
-            const QString& word = declarationKindInfo(DeclarationKind(currentKind)).word;
-            json.string(std::u16string_view(reinterpret_cast<const char16_t*>(word.utf16()), size_t(word.size())));
+            // Through a view: QString::utf16() copies a literal's text into the shared
+            // string itself, which other threads are reading.
+            const QStringView word(declarationKindInfo(DeclarationKind(currentKind)).word);
+            json.string(std::u16string_view(word.utf16(), size_t(word.size())));
             json.literal(":[");
             firstInList = true;
         }
