@@ -34,6 +34,14 @@ char* escapeAscii(char* to, char16_t c) {
 
 bool plainAscii(char16_t c) { return c >= 0x20 && c < 0x80 && c != '"' && c != '\\'; }
 
+// U+FEFF is written escaped: some readers (Qt's among them) drop it, unescaped, at the
+// start of a string, as if it marked the byte order of the whole text.
+char* escapeByteOrderMark(char* to) {
+    for (char c : std::string_view("\\ufeff"))
+        *to++ = c;
+    return to;
+}
+
 } // namespace
 
 void JsonOutput::number(qint64 value) {
@@ -90,12 +98,17 @@ QByteArray JsonOutput::toByteArray() const {
 }
 
 char* JsonOutput::escape(char* to, std::string_view text) {
-    for (char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte >= 0x80 || plainAscii(byte)) // UTF-8 bytes are kept as they are
-            *to++ = c;
-        else
+    const std::size_t size = text.size();
+    for (std::size_t i = 0; i < size; ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        if (byte == 0xEF && text.substr(i, 3) == "\xEF\xBB\xBF") {
+            to = escapeByteOrderMark(to);
+            i += 2;
+        } else if (byte >= 0x80 || plainAscii(byte)) { // other UTF-8 bytes are kept as they are
+            *to++ = char(byte);
+        } else {
             to = escapeAscii(to, byte);
+        }
     }
     return to;
 }
@@ -118,6 +131,8 @@ char* JsonOutput::escape(char* to, std::u16string_view text) {
             *to++ = char(0x80 | ((full >> 12) & 0x3F));
             *to++ = char(0x80 | ((full >> 6) & 0x3F));
             *to++ = char(0x80 | (full & 0x3F));
+        } else if (c == 0xFEFF) {
+            to = escapeByteOrderMark(to);
         } else {
             // A lone surrogate cannot be written as UTF-8: it becomes U+FFFD.
             const char32_t code = QChar::isSurrogate(c) ? 0xFFFD : c;

@@ -2,7 +2,7 @@
 // A growing JSON text kept in fixed chunks: nothing already written is ever moved or
 // copied again, and a piece written in one go (see `room`) stays in one place, so it
 // can be repeated later by pointer. Strings are written as UTF-8 with control
-// characters, quotes and backslashes escaped and every other character kept.
+// characters, quotes, backslashes and U+FEFF escaped and every other character kept.
 
 #include <QByteArray>
 #include <QtGlobal>

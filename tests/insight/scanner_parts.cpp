@@ -166,6 +166,22 @@ TEST(ScannerParts, AByteOrderMarkInsideALineIsKeptWhenScannedAsBytes) {
     EXPECT_EQ(lists.locals.value(QString("Foo.") + QChar(0xFEFF)), "NSObject");
 }
 
+TEST(ScannerParts, JsonEscapesByteOrderMarksSoReadersKeepThem) {
+    // Found by the fuzzer: a type starting with U+FEFF came back without it from Qt's JSON
+    // reader, which drops an unescaped mark at the start of a string.
+    const QByteArray bytes("\nEvent Changed(v As \xEF\xBB\xBF" "eger)\n \xEF\xBB\xBF" "Dim x As \xEF\xBB\xBF" "T\n"
+                           "Sub \xEF\xBB\xBFS(a)\n Dim y\n");
+    const QString text = QString::fromUtf8(bytes);
+    const DeclarationLists lists = scanDeclarations(text);
+    ASSERT_EQ(lists.locals.value("Changed.v"), QChar(0xFEFF) + QString("eger"));
+    const std::string_view raw(bytes.constData(), size_t(bytes.size()));
+    for (const QJsonObject& object : {jsonOf(recordDeclarations(raw)), jsonOf(recordDeclarations(utf16(text)))})
+        EXPECT_EQ(jsonDifference(object, lists), "");
+    JsonOutput out;
+    appendScanResultJson(out, u"F.klvr", recordDeclarations(raw));
+    EXPECT_FALSE(out.toByteArray().contains("\xEF\xBB\xBF"));
+}
+
 TEST(ScannerParts, AsciiTestLooksAtEveryByte) {
     QByteArray bytes(100, 'a');
     for (int at : {0, 31, 32, 63, 64, 95, 99}) {
