@@ -169,6 +169,21 @@ template <class Char> View<Char> withoutQuotesAndComment(View<Char> line, TextAr
     return arena.copy(cleaned);
 }
 
+// How many code units of `text` make its first UTF-16 unit: one, except for a UTF-8
+// letter of two or three bytes, which is one UTF-16 unit. A letter of four bytes is two
+// UTF-16 units; skipping its first byte leaves three bytes that, like the low surrogate
+// they stand for, are neither blanks nor parentheses.
+template <class Char> std::size_t firstUnitLength(View<Char> text) {
+    if constexpr (sizeof(Char) == 1) {
+        const auto lead = text.empty() ? 0 : static_cast<unsigned char>(text.front());
+        if (lead >= 0xC0 && lead < 0xE0)
+            return std::min<std::size_t>(2, text.size());
+        if (lead >= 0xE0 && lead < 0xF0)
+            return std::min<std::size_t>(3, text.size());
+    }
+    return std::min<std::size_t>(1, text.size());
+}
+
 // The length of a class-level Dim keyword ("Dim ", "Public Dim ", "Private Dim ",
 // letter case as written) at the start of `rest`, or 0.
 template <class Char> std::size_t classLevelDimLength(View<Char> rest) {
@@ -510,7 +525,7 @@ private:
         if (line_.find(Literal<Char>::dim) == std::basic_string<Char>::npos)
             return;
 
-        View<Char> rest = View<Char>(line_).substr(1);
+        View<Char> rest = View<Char>(line_).substr(firstUnitLength(View<Char>(line_)));
         while (!rest.empty() && rest.front() == Char(' '))
             rest.remove_prefix(1);
         const std::size_t blank = findChar(rest, Char(' '));

@@ -9,6 +9,7 @@
 #include "scanner_random_source.h"
 #include "scanner_reference.h"
 
+#include <QFile>
 #include <QJsonDocument>
 #include <gtest/gtest.h>
 
@@ -164,6 +165,24 @@ TEST(ScannerParts, AByteOrderMarkInsideALineIsKeptWhenScannedAsBytes) {
     const QByteArray mark("\nSub Foo(\xEF\xBB\xBF)\n");
     const auto lists = declarationListsOf(recordDeclarations(std::string_view(mark.constData(), size_t(mark.size()))));
     EXPECT_EQ(lists.locals.value(QString("Foo.") + QChar(0xFEFF)), "NSObject");
+}
+
+TEST(ScannerParts, ALetterOfSeveralBytesStartingALocalLineCountsAsOneCharacter) {
+    // Found by the fuzzer: the local-line rule skips the line's first character, which on
+    // the bytes path was one byte of a two-byte letter. Letters of two, three and four
+    // bytes (the last is two UTF-16 units) before an indented Dim, and as its first line.
+    const QByteArray bytes("\xC3\xA9  Dim a As A\nSub Foo(p)\n\xC3\xA9  Dim x As T\n\xE6\x97\xA5 Dim y As U\n"
+                           "\xF0\x9F\x98\x80  Dim z As V\n\xF0\x9F\x98\x80x Dim w As W\n\xC3\xA9" "Dim v As X\n");
+    const std::string_view raw(bytes.constData(), size_t(bytes.size()));
+    ASSERT_TRUE(scannableAsBytes(raw));
+    const DeclarationLists decoded = scanDeclarations(QString::fromUtf8(bytes));
+    EXPECT_EQ(decoded.locals.value("Foo.x"), "T");
+    for (int parts : {1, 2, 3})
+        EXPECT_EQ(firstDifference(decoded, declarationListsOf(recordDeclarations(raw, parts))), "") << parts;
+    QFile found(KELVARO_SOURCE_DIR "/fuzz/corpus/letter-before-indented-dim");
+    ASSERT_TRUE(found.open(QIODevice::ReadOnly));
+    const QByteArray input = found.readAll();
+    EXPECT_EQ(firstDifference(scanDeclarations(QString::fromUtf8(input)), FileScan(input).lists()), "");
 }
 
 TEST(ScannerParts, JsonEscapesByteOrderMarksSoReadersKeepThem) {
