@@ -82,13 +82,6 @@ std::optional<QByteArray> readSourceBytes(const QString& path, FileIdentity* ide
     return bytes;
 }
 
-std::optional<QString> readSourceText(const QString& path) {
-    const std::optional<QByteArray> bytes = readSourceBytes(path);
-    if (!bytes)
-        return std::nullopt;
-    return QString::fromUtf8(*bytes);
-}
-
 bool isAscii(std::string_view bytes) {
     const char* at = bytes.data();
     const char* end = at + bytes.size();

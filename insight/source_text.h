@@ -32,9 +32,6 @@ std::optional<QByteArray> readSourceBytes(const QString& path, FileIdentity* ide
 // reading many files keeps touching the same memory). False when it cannot be read.
 bool readSourceBytesInto(const QString& path, QByteArray& bytes, FileIdentity* identity = nullptr);
 
-// The text of the file decoded as UTF-8, or nothing when it cannot be read.
-std::optional<QString> readSourceText(const QString& path);
-
 // Whether every byte is below 128, so that the bytes are the text's UTF-16 units.
 bool isAscii(std::string_view bytes);
 
