@@ -51,6 +51,22 @@ void code::KLVR_AwakeFromNib() {
     syntax3->addItem(QStringLiteral("For Next"));
 }
 
+void code::showDocumentInfo() {
+    KLTextView* view = currentView();
+    if (!documentInfo)
+        return;
+    if (!SomeDocumentOpened() || view->fileName().isEmpty()) {
+        documentInfo->clear();
+        return;
+    }
+    QString info = view->encodingName() + QStringLiteral(" \u00b7 ") + view->lineEndName();
+    if (view->isFileReadOnly())
+        info += QStringLiteral(" \u00b7 Read-only");
+    documentInfo->setText(info);
+    documentInfo->setToolTip(view->isFileReadOnly() ? view->fileName() + QStringLiteral(" cannot be written.")
+                                                    : QString());
+}
+
 bool code::SomeDocumentOpened() const { return scrollview && scrollview != dummy; }
 
 void code::SetScrollView(KLTextView* view) {
@@ -63,11 +79,12 @@ void code::SetScrollView(KLTextView* view) {
     stack_->setCurrentWidget(view);
     scrollview = view;
     KLVR_KLTEXTVIEW_TURNOFFWRAPPING(view);
-    view->setReadOnly(false);
+    view->setReadOnly(view->isFileReadOnly());
     KLVR_KLTEXTVIEW_TURNONAUTOINDENT(view);
     view->setEditorFont(int(Global::sharedGlobal()->CurrentFontSize));
     Global::sharedGlobal()->UpdateToolbarSelector(KLVR_KLTEXTVIEW_FILENAME(view));
     reloadMatrix();
+    showDocumentInfo();
     bAlreadyRunning = false;
 }
 
@@ -99,7 +116,8 @@ bool code::Save(const QString& path) {
     Global* global = Global::sharedGlobal();
     const QString name = KLVR_FILENAME(KLVR_KLTEXTVIEW_FILENAME(view));
     global->ProjectStatusBar(QStringLiteral("Saving ") + name);
-    if (!KLVR_KLTEXTVIEW_SAVE(view, path)) {
+    // A difference with the disk settled while saving may have saved the text itself.
+    if (!KLVR_KLTEXTVIEW_SAVE(view, path) && view->isModified()) {
         KLVR_MSGBOX(QString(), QStringLiteral("Could not save ") + path);
         return false;
     }

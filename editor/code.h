@@ -37,6 +37,7 @@ public:
     QPointer<QComboBox> delegates, syntax, syntax2, syntax3;
     QPointer<QTabWidget> tabView;
     QPointer<QLabel> statusbar;
+    QPointer<QLabel> documentInfo; // the shown file's encoding, line ends, read-only mark
     QPointer<QProgressBar> progress;
 
     // ---- Re-entrancy guards ----
@@ -57,6 +58,8 @@ public:
     // Saves the shown editor view to `path` with status messages; false on failure.
     bool Save(const QString& path);
     bool SomeDocumentOpened() const;
+    // Shows the shown document's encoding, line endings and read-only state.
+    void showDocumentInfo();
     // The text-change pass, after the user paused typing for one second.
     void PerformTextDidChange();
     void UpdateCodeInsight();

@@ -80,7 +80,10 @@ void code::buildInterface() {
     line->setFrame(false);
     line->setMaximumWidth(90);
     line->setFocusPolicy(Qt::NoFocus);
+    documentInfo = new QLabel(this);
+    documentInfo->setObjectName(QStringLiteral("documentInfo"));
     statusRow->addWidget(statusbar, 1);
+    statusRow->addWidget(documentInfo);
     // The snippet choosers sit with the status line, leaving the top row to the navigators.
     for (QComboBox* popUp : {delegates.data(), syntax.data(), syntax2.data(), syntax3.data()})
         statusRow->addWidget(popUp);

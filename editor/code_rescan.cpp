@@ -25,11 +25,9 @@ void code::UpdateCodeInsight() {
     KLTextView* view = currentView();
     if (view && view != dummy) {
         // The parser reads the file from disk, so the file must hold what is scanned.
-        // The write happens on the view's writer thread, in order with earlier saves;
-        // its result is not reported here.
-        const QString path = KLVR_KLTEXTVIEW_FILENAME(view);
-        if (!path.isEmpty())
-            view->saveInBackground(path);
+        // Every document with unsaved typing is written on its view's writer thread, in
+        // order with earlier saves; a document without changes is never written.
+        Global::sharedGlobal()->saveModifiedDocuments(Global::SaveWait::Background);
     }
     KLVR_NSTIMER_STOP(tUpdateTimer);
     tUpdateTimer = KLVR_NSTIMER_INIT(this, QStringLiteral("tUpdateTimerFired"), 5.0);

@@ -6,12 +6,9 @@
 #include "editor/line_commands.h"
 
 #include <QAccessibleWidget>
-#include <QFile>
-#include <QFileInfo>
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMetaMethod>
-#include <QSaveFile>
 #include <QThreadPool>
 
 namespace {
@@ -24,19 +21,6 @@ constexpr int SeparatorMarker = 2;
 constexpr int LineNumberMarginIndex = 0;
 constexpr int BreakpointMarginIndex = 1;
 constexpr int FoldMarginIndex = 2;
-
-bool writeAtomically(const QString& path, const QByteArray& bytes) {
-    const QFileInfo info(path);
-    // Replacing a read-only file through a new file would succeed on most systems;
-    // the user made it read-only, so it is not written.
-    // The permission bits are asked as well: a privileged user may write anything,
-    // but a file without any write permission was still meant to be left alone.
-    constexpr QFile::Permissions anyWrite =
-        QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther; // mode bits, not access()
-    if (info.exists() && (!info.isWritable() || !(info.permissions() & anyWrite)))
-        return false;
-    return klvrWriteBytes(bytes, path);
-}
 
 // The view's accessible object. QScintilla's own one measures the caret's character
 // offset from the start of the document after every edit and every caret move, a pass
@@ -65,6 +49,7 @@ KLTextView::KLTextView(QObject* owner, const QString& name, QWidget* parent)
     : QsciScintilla(parent), owner_(owner), name_(name) {
     installPlainAccessible();
     setObjectName(name);
+    setDiskState(DiskStamp(), 0);
     configure();
 }
 
@@ -123,8 +108,10 @@ void KLTextView::configure() {
     // told only of what is about to change, which QScintilla passes on untouched.
     // (So QsciScintilla::textChanged() and linesChanged() are not emitted; the owner
     // calls are.)
-    SendScintilla(SCI_SETMODEVENTMASK, SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE);
+    // The insertion check lets a Windows-1252 file refuse what it cannot hold.
+    SendScintilla(SCI_SETMODEVENTMASK, SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE | SC_MOD_INSERTCHECK);
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this, &KLTextView::onModified);
+    connect(this, &QsciScintillaBase::SCN_MODIFYATTEMPTRO, this, &KLTextView::readOnlyEditAttempted);
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &KLTextView::onUpdateUi);
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &KLTextView::onCharAdded);
     connect(this, &QsciScintilla::marginClicked, this, &KLTextView::onMarginClicked);
@@ -135,114 +122,20 @@ void KLTextView::configure() {
     });
 }
 
-// ---------------------------------------------------------------- file
-
-bool KLTextView::load(const QString& path) {
-    QFile file(path);
-    if (path.isEmpty() || QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return false;
-
-    // The file's line-ending style decides how new lines are written.
-    const qsizetype firstLf = bytes.indexOf('\n');
-    if (firstLf > 0 && bytes[firstLf - 1] == '\r')
-        setEolMode(EolWindows);
-    else if (firstLf < 0 && bytes.contains('\r'))
-        setEolMode(EolMac);
-    else
-        setEolMode(EolUnix);
-
-    // The bytes go in as they are (also NUL and bytes that are not UTF-8). Loading is
-    // one change of the whole text, not an edit the owner needs the text of.
-    loading_ = true;
-    SendScintilla(SCI_CLEARALL);
-    SendScintilla(SCI_APPENDTEXT, static_cast<unsigned long>(bytes.size()), bytes.constData());
-    loading_ = false;
-    pendingInsertLength_ = 0;
-    SendScintilla(SCI_MARKERDELETEALL, -1);
-    SendScintilla(SCI_EMPTYUNDOBUFFER);
-    SendScintilla(SCI_SETSAVEPOINT);
-    SendScintilla(SCI_GOTOPOS, 0);
-    path_ = path;
-    scope_ = {};
-    lastMatch_ = {-1, -1};
-    return true;
-}
-
-QByteArray KLTextView::documentBytes() const {
-    const long length = SendScintilla(SCI_GETLENGTH);
-    const auto* data = static_cast<const char*>(SendScintillaPtrResult(SCI_GETCHARACTERPOINTER));
-    return data ? QByteArray(data, length) : QByteArray();
-}
-
-bool KLTextView::usesCrlf() const {
-    return eolMode() == EolWindows;
-}
-
-bool KLTextView::save(const QString& path) {
-    if (path.isEmpty() || !writeAtomically(path, documentBytes()))
-        return false;
-    SendScintilla(SCI_SETSAVEPOINT);
-    return true;
-}
-
-std::shared_future<bool> KLTextView::saveInBackground(const QString& path) {
-    auto done = std::make_shared<std::promise<bool>>();
-    std::shared_future<bool> result = done->get_future().share();
-    if (path.isEmpty()) {
-        done->set_value(false);
-        return result;
-    }
-    if (!writer_) {
-        writer_ = std::make_unique<QThreadPool>();
-        writer_->setMaxThreadCount(1); // one writer: writes of this view stay in order
-    }
-    const QByteArray bytes = documentBytes();
-    const qint64 changeAtSnapshot = changeCount_;
-    writer_->start([this, path, bytes, done, changeAtSnapshot] {
-        const bool ok = writeAtomically(path, bytes);
-        // The text is unmodified only if nothing changed since the bytes were taken.
-        // Posted before the future is fulfilled, so a waiter that then lets the event
-        // loop run sees the state that belongs to the write.
-        if (ok)
-            QMetaObject::invokeMethod(
-                this,
-                [this, changeAtSnapshot] {
-                    if (changeCount_ == changeAtSnapshot)
-                        SendScintilla(SCI_SETSAVEPOINT);
-                },
-                Qt::QueuedConnection);
-        done->set_value(ok);
-    });
-    return result;
-}
 
 // ---------------------------------------------------------------- positions
-
-bool KLTextView::startsWithByteOrderMark() const {
-    return SendScintilla(SCI_GETLENGTH) >= 3 && (SendScintilla(SCI_GETCHARAT, 0) & 0xff) == 0xef &&
-           (SendScintilla(SCI_GETCHARAT, 1) & 0xff) == 0xbb &&
-           (SendScintilla(SCI_GETCHARAT, 2) & 0xff) == 0xbf;
-}
 
 qint64 KLTextView::utf16FromBytes(qint64 bytePosition) const {
     const long length = SendScintilla(SCI_GETLENGTH);
     const long pos = long(qBound<qint64>(0, bytePosition, qint64(length)));
     const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, pos);
     const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
-    const qint64 units = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) +
-                         SendScintilla(SCI_COUNTCODEUNITS, lineStart, pos);
-    // A byte order mark is not part of the text the rest of the system reads (UTF-8
-    // decoding drops it), so it takes up no position.
-    if (pos > 0 && startsWithByteOrderMark())
-        return units - 1;
-    return units;
+    return SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) +
+           SendScintilla(SCI_COUNTCODEUNITS, lineStart, pos);
 }
 
 qint64 KLTextView::bytesFromUtf16(qint64 utf16Position) const {
-    const qint64 units = utf16Position + (startsWithByteOrderMark() ? 1 : 0);
+    const qint64 units = utf16Position;
     if (units <= 0)
         return 0;
     const long length = SendScintilla(SCI_GETLENGTH);
@@ -279,7 +172,7 @@ void KLTextView::selectUtf16(qint64 start, qint64 end) {
 }
 
 QString KLTextView::documentText() const {
-    return QString::fromUtf8(documentBytes());
+    return QString::fromUtf8(editorBytes());
 }
 
 void KLTextView::gotoLine(qint64 lineNumber) {
@@ -448,8 +341,13 @@ void KLTextView::notifyOwner(const char* method) {
         QMetaObject::invokeMethod(owner_, method, Qt::DirectConnection, Q_ARG(QObject*, this));
 }
 
-void KLTextView::onModified(int position, int modificationType, const char*, int length, int, int, int, int,
-                            int, int) {
+void KLTextView::onModified(int position, int modificationType, const char* text, int length, int, int, int,
+                            int, int, int) {
+    if (modificationType & SC_MOD_INSERTCHECK) {
+        if (!loading_ && encoding_ != TextEncoding::Utf8)
+            refuseUnencodable(text, length);
+        return;
+    }
     // Only notifications of what is about to change arrive (see configure()).
     if (!(modificationType & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)))
         return;

@@ -9,10 +9,18 @@
 // scanner's positions) or a 1-based line, converted through Scintilla's UTF-16 line
 // index, so both agree with the scanner also for text with non-ASCII characters.
 //
-// Bytes. The document holds the file's bytes as they are: line endings (LF or CRLF)
-// stay as they were and new lines use the file's style; bytes that are not valid UTF-8
-// are kept byte for byte (shown as marked bytes) and written back unchanged by a save,
-// as long as the user does not edit them.
+// Bytes. The view holds the file's text as UTF-8 without its byte order mark; a save
+// writes it back in the file's own encoding (UTF-8, with the mark when the file had
+// one, or Windows-1252 for a file that is not UTF-8; see document_file.h), so every
+// byte outside an edit is written as it was read. Line endings (LF or CRLF) stay as they
+// were and new lines, typed or inserted, use the file's style. In a Windows-1252 file a
+// character that encoding cannot hold is refused as it is inserted.
+//
+// Saves. Every write of the file, explicit or in the background, runs on the view's one
+// writer thread in the order it was asked for, so the last save asked for is the last
+// one written. Before writing, the writer checks that the file on disk is still the one
+// the view last read or wrote; if another program changed or deleted it, nothing is
+// written and saveFinished() says so. A file without write permission opens read-only.
 //
 // Owner callbacks. The owner given at construction receives the view's notifications
 // by name through Qt's meta-object system; an owner without an invokable of that name
@@ -25,6 +33,9 @@
 #include <QVariantList>
 #include <Qsci/qsciscintilla.h>
 
+#include "editor/document_file.h"
+
+#include <functional>
 #include <future>
 #include <memory>
 
@@ -70,23 +81,59 @@ public:
     QObject* owner() const { return owner_; }
     QString name() const { return name_; }
 
-    // ---- file ----
-    // Loads the file's bytes and remembers the path; false (text unchanged) when the
-    // file is missing or unreadable. The undo history starts empty and the text is
-    // unmodified.
+    // ---- file (editor/kltextview_file.cpp) ----
+    // Loads the file and remembers the path; false (text unchanged) when the file is
+    // missing or unreadable. The undo history starts empty and the text is unmodified;
+    // the insertion point is at the start of the text.
     bool load(const QString& path);
-    // Writes the text atomically; false when it could not be written, keeping the
-    // text and its modified state. The caller tells the user.
+    // Writes the text atomically after the writes asked for before; false when it was
+    // not written (the text and its modified state stay). saveFinished() has been
+    // emitted when it returns. The caller tells the user.
     bool save(const QString& path);
-    // The same write on the view's own writer thread: the bytes are taken now, the
-    // write happens off the interface thread, writes of one view happen in order. The
-    // future says whether it succeeded (wait for it off the interface thread only).
+    // The same write, queued on the view's writer thread: the text is taken now and
+    // written off the interface thread. The future says whether it was written (wait
+    // for it off the interface thread only); saveFinished() follows on the interface
+    // thread.
     std::shared_future<bool> saveInBackground(const QString& path);
     QString fileName() const { return path_; }
     // True when the file used CRLF line endings (new lines are then written so too).
     bool usesCrlf() const;
+    // "LF", "CRLF" or "CR": the line endings new lines get.
+    QString lineEndName() const;
+    TextEncoding encoding() const { return encoding_; }
+    // The encoding's name for the user ("UTF-8", "UTF-8 with BOM", "Windows-1252").
+    QString encodingName() const;
     // The document's bytes exactly as a save writes them.
     QByteArray documentBytes() const;
+    // The text as the view holds it: UTF-8 without the byte order mark.
+    QByteArray editorBytes() const;
+    // True when the file could not be written when it was loaded: the view is then
+    // read-only, and an attempt to type emits readOnlyEditAttempted().
+    bool isFileReadOnly() const { return fileReadOnly_; }
+    // Modified, and this text not yet handed to a save.
+    bool needsSave() const;
+    // Advances with every change of the text.
+    qint64 changeCount() const { return changeCount_; }
+    // The file as the view last read or wrote it; the next save checks the disk
+    // against it. Set by an owner that settled a difference with the disk.
+    DiskStamp diskStamp() const;
+    quint64 diskFingerprint() const;
+    void setDiskState(const DiskStamp& stamp, quint64 fingerprint);
+    // Replaces the whole text by the text of a file's bytes as one undo step, taking
+    // that file's encoding, byte order mark and line endings (also when read-only).
+    void replaceAllAsOneStep(const QByteArray& fileBytes);
+    // Inserts text at a UTF-16 position as one undo step, its line breaks written in
+    // the document's style; the earlier undo history stays.
+    void insertAsOneStep(qint64 utf16Position, const QString& text);
+    // The text with every line break in the document's style.
+    QString toDocumentLineEnds(const QString& text) const;
+    // Writes the file as UTF-8 from now on (the next save writes it so).
+    void convertToUtf8();
+    // Runs a job on the view's writer thread, after the writes asked for before.
+    void queueOnWriter(std::function<void()> job);
+    // Called on the writer thread with the bytes of each save of the view's own file,
+    // just before they are written (the recovery journal keeps its copy so).
+    void setBeforeWrite(std::function<void(const QByteArray& bytes)> beforeWrite);
 
     // ---- positions ----
     qint64 line() const;     // 1-based line of the insertion point
@@ -94,7 +141,9 @@ public:
     void gotoLine(qint64 line);
     qint64 utf16FromBytes(qint64 bytePosition) const;
     qint64 bytesFromUtf16(qint64 utf16Position) const;
-    bool startsWithByteOrderMark() const;
+    // The file starts with a byte order mark (which the view keeps apart from the
+    // text, so no position and no insertion can come before it).
+    bool startsWithByteOrderMark() const { return byteOrderMark_; }
     // Selection as UTF-16 offsets (start <= end).
     qint64 selectionStartUtf16() const;
     qint64 selectionEndUtf16() const;
@@ -173,11 +222,21 @@ public:
     Q_INVOKABLE QList<qint64> delegate_textView_willChangeSelection(qint64 oldStart, qint64 oldLength,
                                                                     qint64 newStart, qint64 newLength);
 
+signals:
+    // After every save, on the interface thread: a document_file::WriteStatus and,
+    // for a failed write, why.
+    void saveFinished(int status, const QString& error);
+    // Characters that were not inserted because the file's encoding cannot hold them.
+    void charactersRefused(const QString& characters);
+    // The user tried to change a read-only file.
+    void readOnlyEditAttempted();
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void configure();
+    void refuseUnencodable(const char* text, int length);
     void onModified(int position, int modificationType, const char* text, int length, int linesAdded,
                     int line, int foldNow, int foldPrev, int token, int annotationLinesAdded);
     void reportPendingInsertion();
@@ -224,7 +283,16 @@ private:
     long pendingInsertLength_ = 0; // (bytes; 0: none)
     bool afterChangeQueued_ = false;
     bool loading_ = false; // load() replaces the text: no change reports with text
+    // ---- the file (kltextview_file.cpp) ----
+    struct FileState; // what the writer thread and the view share, guarded by its mutex
+    std::shared_ptr<FileState> fileState_;
+    TextEncoding encoding_ = TextEncoding::Utf8;
+    bool byteOrderMark_ = false;
+    bool fileReadOnly_ = false;
+    qint64 queuedChangeCount_ = -1; // changeCount_ when the text was last handed to a save
     std::unique_ptr<QThreadPool> writer_;
+    std::shared_future<bool> queueWrite(const QString& path);
+    void adoptFile(const document_file::Decoded& decoded, const QByteArray& fileBytes);
 };
 
 // The runtime's operations on the view.

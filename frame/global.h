@@ -5,16 +5,20 @@
 // documents in project/, vocabulary in insight/, and so on. Everything reaches it
 // through Global::sharedGlobal().
 
+#include "editor/document_file.h"
 #include "frame/runtime.h"
 
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
+#include <QSet>
 #include <QWidget>
 
 class code;
 class KLTextView;
+class QFileSystemWatcher;
+class RecoveryJournal;
 class mainwindow;
 class parser;
 class QComboBox;
@@ -148,6 +152,35 @@ public:
     // Moves the current document's cursor to a 1-based line.
     void ProjectCurrentCodeGotoLine(qint64 line);
 
+    // ---- Keeping the user's text (project/document_safety.cpp) ----
+    // The views of the open documents, in `codes` order.
+    QList<KLTextView*> documentViews() const;
+    // Sets a new document view up: its save reports, disk watch and refusals.
+    void adoptDocument(KLTextView* view);
+    // Forgets a document view that is let go (its journal copy stays unless removed).
+    void forgetDocument(KLTextView* view);
+    enum class SaveWait { Background, Wait };
+    // Saves every document whose text is not yet on its way to its file, except
+    // `except`; with Wait, true when every one was written.
+    bool saveModifiedDocuments(SaveWait wait, KLTextView* except = nullptr);
+    // Before views are let go (closing a document, another project, quitting): saves
+    // them; when one cannot be saved, the user decides. False: keep them.
+    bool saveBeforeLettingGo(const QList<KLTextView*>& views);
+    // Compares the open documents with their files on disk and settles each difference:
+    // an unmodified document reloads, a modified one asks, a deleted file is told.
+    Q_INVOKABLE void checkDocumentsOnDisk();
+    void checkDocumentOnDisk(KLTextView* view);
+    // Writes the shown document as UTF-8 from now on (and saves it).
+    Q_INVOKABLE void ConvertToUtf8(const Value& sender = Value());
+    // The journal of unsaved text; offers back, at start-up, what a stopped run left.
+    RecoveryJournal* recoveryJournal();
+    void offerRecovery();
+    // Saves every document before the application ends; false when the user keeps one
+    // that could not be saved. The journal is left holding exactly what is unsaved.
+    bool prepareToQuit();
+    // Closes a document without saving it (after the user chose so).
+    void discardDocument(const QString& path);
+
     // ---- File and event selectors (project/file_selector.cpp) ----
     void UpdateToolbarSelector(const QString& path);
     void pubProjectChosen(const QString& title);
@@ -180,8 +213,26 @@ public:
 private:
     void Init();
     void createMainInterface();
+    void documentSaveFinished(KLTextView* view, int status, const QString& error);
+    void settleChangedOnDisk(KLTextView* view, const QByteArray& disk, const DiskStamp& stamp);
+    void settleDeletedOnDisk(KLTextView* view);
+    void reloadFromDisk(KLTextView* view, const QByteArray& disk, const DiskStamp& stamp);
+    void restoreFromJournal(const QString& path, const QByteArray& bytes);
     QPointer<QMenuBar> menuBar_;
     QString projectFromCommandLine_;
+    // Documents whose difference with the disk is being settled or was left open by
+    // the user (the stamp asked about): they are not saved until it is settled.
+    struct DiskQuestion {
+        bool open = false;
+        DiskStamp asked;
+    };
+    QHash<const KLTextView*, DiskQuestion> diskQuestions_;
+    QSet<const KLTextView*> saveFailureShown_; // a failed save was told in a message box
+    QSet<const KLTextView*> readOnlyShown_;    // typing into a read-only file was told
+    bool userSaveUnderWay_ = false;            // an explicit save reports its own failure
+    QFileSystemWatcher* documentWatcher_ = nullptr;
+    QSet<QString> pendingDiskChecks_;
+    RecoveryJournal* journal_ = nullptr;
 };
 
 KLVR_DEFINE_CLASS_HELPERS(Global, GLOBAL)

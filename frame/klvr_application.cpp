@@ -5,6 +5,7 @@
 #include "frame/panels.h"
 #include "frame/screenshot.h"
 #include "frame/startup_options.h"
+#include "frame/typing_hook.h"
 #include "frame/value.h"
 
 #include <cstdio>
@@ -22,10 +23,12 @@ bool KLVR_Application::notify(QObject* receiver, QEvent* event) {
     try {
         return QApplication::notify(receiver, event);
     } catch (const KLException& failure) {
-        reportException(failure);
+        klvrReportFailure(failure);
     } catch (const std::exception& failure) {
-        reportException(KLException(QStringLiteral("NSGenericException"), QString::fromLocal8Bit(failure.what())));
+        klvrReportFailure(KLException(QStringLiteral("NSGenericException"), QString::fromLocal8Bit(failure.what())));
     }
+    // A failure on another thread (a child's output handler, a background pass) is
+    // reported on the main thread, which alone may show a message box.
     return false;
 }
 
@@ -47,12 +50,18 @@ public:
         return std::nullopt;
     }
     QStringList openPanel(const OpenPanelRequest&) override { return {}; }
+    int question(const QString& title, const QString& text, const QStringList&) override {
+        messageBox(title, text);
+        return -1;
+    }
 };
 } // namespace
 
 int KLVR_Application::runIde(const StartupOptions& options) {
     if (!options.screenshotFile.isEmpty())
         installPanelService(std::make_shared<UnattendedPanels>());
+    else if (typing_hook::requested())
+        typing_hook::install();
     // Loading the main interface creates the application controller and sends it
     // awakeFromNib, which runs the whole start-up.
     Global* global = Global::sharedGlobal();
@@ -64,5 +73,7 @@ int KLVR_Application::runIde(const StartupOptions& options) {
     }
     if (!options.screenshotFile.isEmpty())
         return writeScreenshotWhenIdle(global, options.screenshotFile);
+    if (typing_hook::requested())
+        typing_hook::start(global);
     return exec();
 }

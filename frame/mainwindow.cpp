@@ -181,6 +181,12 @@ void mainwindow::KLVR_WindowWillClose(const Value&) {
 }
 
 void mainwindow::closeEvent(QCloseEvent* event) {
+    // What was typed is saved before the window goes; when a document cannot be saved
+    // and the user keeps it, the window stays.
+    if (!closing_ && !Global::sharedGlobal()->prepareToQuit()) {
+        event->ignore();
+        return;
+    }
     if (!closing_) {
         closing_ = true;
         KLVR_WindowWillClose();

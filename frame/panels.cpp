@@ -5,6 +5,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QMutex>
+#include <QPushButton>
 
 namespace {
 
@@ -27,6 +28,20 @@ public:
         if (!ok)
             return std::nullopt;
         return text;
+    }
+    int question(const QString& title, const QString& text, const QStringList& answers) override {
+        QMessageBox box(QApplication::activeWindow());
+        box.setWindowTitle(QStringLiteral("Kelvaro"));
+        box.setIcon(QMessageBox::Question);
+        box.setText(title);
+        box.setInformativeText(text);
+        QList<QAbstractButton*> buttons;
+        for (const QString& answer : answers)
+            buttons << box.addButton(answer, QMessageBox::AcceptRole);
+        if (!buttons.isEmpty())
+            box.setDefaultButton(qobject_cast<QPushButton*>(buttons.first()));
+        box.exec();
+        return int(buttons.indexOf(box.clickedButton()));
     }
     QStringList openPanel(const OpenPanelRequest& request) override {
         QFileDialog dialog(QApplication::activeWindow(), QString(), request.directory);
@@ -75,6 +90,10 @@ std::shared_ptr<PanelService> installPanelService(std::shared_ptr<PanelService> 
 
 void KLVR_MSGBOX(const QString& message, const QString& informativeText) {
     panels().messageBox(message, informativeText);
+}
+
+int klvrAsk(const QString& title, const QString& text, const QStringList& answers) {
+    return panels().question(title, text, answers);
 }
 
 std::optional<QString> KLVR_INPUTPANEL(const QString& title, const QString& message, const QString& defaultText) {

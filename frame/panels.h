@@ -26,6 +26,9 @@ public:
                                               const QString& defaultText) = 0;
     // The chosen paths; empty when the user cancelled.
     virtual QStringList openPanel(const OpenPanelRequest& request) = 0;
+    // A question with its answers as buttons (the first is the default); the index of
+    // the answer chosen, or -1 when the panel was dismissed without one.
+    virtual int question(const QString& title, const QString& text, const QStringList& answers) = 0;
 };
 
 // The service in use; Qt dialogs unless another one was installed.
@@ -35,6 +38,8 @@ std::shared_ptr<PanelService> installPanelService(std::shared_ptr<PanelService> 
 
 // The runtime's panel operations.
 void KLVR_MSGBOX(const QString& message, const QString& informativeText = QString());
+// The index of the answer chosen, or -1.
+int klvrAsk(const QString& title, const QString& text, const QStringList& answers);
 std::optional<QString> KLVR_INPUTPANEL(const QString& title, const QString& message, const QString& defaultText);
 void KLVR_NSOPENPANEL_CANCHOOSEFILES(std::nullptr_t, bool on);
 void KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(std::nullptr_t, bool on);

@@ -62,16 +62,15 @@ void Global::KLVR_AwakeFromNib() {
 
     // 10. Reopen the last project, or welcome the user.
     KLVR_STEP("AwakeFromNib");
-    if (!projectFromCommandLine_.isEmpty()) {
+    if (!projectFromCommandLine_.isEmpty())
         ProjectOpen(projectFromCommandLine_);
-        return;
-    }
-    const QString last = lastProjectFolder();
-    if (!last.isEmpty()) {
+    else if (const QString last = lastProjectFolder(); !last.isEmpty())
         ProjectOpen(last);
-        return;
-    }
-    showWelcome();
+    else
+        showWelcome();
+
+    // 11. What a run that was stopped (a crash, a kill, a power cut) left unsaved.
+    offerRecovery();
 }
 
 QString Global::lastProjectFolder() {

@@ -4,11 +4,13 @@
 #include "editor/code.h"
 #include "editor/kltextview.h"
 #include "frame/global.h"
+#include "project/recovery_journal.h"
 
 void Global::KLVR_TextDidChange(QObject*) {
     KLVR_TRACE("TextDidChange");
     if (bLockTextDidChange)
         return; // a file is being loaded, not typed
+    recoveryJournal()->noteChange();
     KLVR_NSTIMER_STOP(tTextDidChange);
     tTextDidChange = KLVR_NSTIMER_INIT(this, QStringLiteral("tTextDidChangeFired"), 1.0);
 }
@@ -16,8 +18,13 @@ void Global::KLVR_TextDidChange(QObject*) {
 void Global::tTextDidChangeFired() {
     KLVR_TRACE("tTextDidChange");
     KLVR_NSTIMER_STOP(tTextDidChange);
-    if (mycode)
-        mycode->PerformTextDidChange();
+    if (!mycode)
+        return;
+    mycode->PerformTextDidChange();
+    // Every other document with unsaved typing is saved at the same pause; the shown
+    // one when it is empty is not (the pass leaves an emptied document alone).
+    KLTextView* shown = mytextview();
+    saveModifiedDocuments(SaveWait::Background, shown && shown->length() == 0 ? shown : nullptr);
 }
 
 void Global::KLVR_TextViewDidChangeSelection(QObject* view) {

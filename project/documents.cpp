@@ -29,6 +29,8 @@ void Global::ProjectOpenCode(const QString& nameOrPath) {
                              ? nameOrPath
                              : ProjectPath + QLatin1Char('/') + nameOrPath;
     const QString name = KLVR_FILENAME(path);
+    // The document being left keeps nothing unsaved (the write goes on in the background).
+    saveModifiedDocuments(SaveWait::Background);
 
     // The fixed objects that may not exist yet are listed before they are loaded.
     for (const FixedObject& fixed : kAddedWhenMissing)
@@ -62,6 +64,7 @@ void Global::ProjectOpenCode(const QString& nameOrPath) {
         }
         UpdateLine(view);
         KLVR_NSMUTABLEDICTIONARY_REPLACE(codes, path, Value(view));
+        adoptDocument(view);
         mycode->SetScrollView(view);
         view->setCursorPosition(0, 0);
         bLockTextDidChange = false;
@@ -76,19 +79,20 @@ void Global::ProjectOpenCode(const QString& nameOrPath) {
 
 void Global::ProjectReopenCode(const QString& name) {
     KLVR_TRACE("ProjectReopenCode");
-    KLTextView* view = documentView(ProjectPath + QLatin1Char('/') + name);
-    if (!view)
-        return;
-    qint64 line = KLVR_KLTEXTVIEW_LINE(view);
-    bLockTextDidChange = true;
-    KLVR_KLTEXTVIEW_LOAD(view, KLVR_KLTEXTVIEW_FILENAME(view));
-    bLockTextDidChange = false;
-    KLVR_KLTEXTVIEW_GOTOLINE(view, line);
+    // The reload keeps the line; a document with unsaved changes asks first, and the
+    // text it had stays one Undo away.
+    if (KLTextView* view = documentView(ProjectPath + QLatin1Char('/') + name))
+        checkDocumentOnDisk(view);
 }
 
 void Global::ProjectCloseCode(const QString& path) {
     KLVR_TRACE("ProjectCloseCode");
     KLTextView* view = documentView(path);
+    // What was typed is saved before the document goes (or the user keeps it open).
+    if (view && !saveBeforeLettingGo({view}))
+        return;
+    if (view)
+        forgetDocument(view);
     KLVR_NSMUTABLEDICTIONARY_REMOVE(codes, path);
     if (KLVR_NSDICTIONARY_COUNT(codes) > 0)
         ProjectOpenCode(KLVR_NSMUTABLEDICTIONARY_KEY(codes, 0).toString());
@@ -119,5 +123,11 @@ void Global::performUserSave(const Value&) {
     KLVR_TRACE("performUserSave");
     if (!ProjectIsLoaded() || !mycode || !mycode->SomeDocumentOpened())
         return;
-    mycode->Save(KLVR_KLTEXTVIEW_FILENAME(mytextview()));
+    KLTextView* view = mytextview();
+    // An explicit save settles a difference with the disk that was left open.
+    diskQuestions_.remove(view);
+    checkDocumentOnDisk(view);
+    userSaveUnderWay_ = true;
+    mycode->Save(KLVR_KLTEXTVIEW_FILENAME(view));
+    userSaveUnderWay_ = false;
 }

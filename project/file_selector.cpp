@@ -82,9 +82,13 @@ void Global::pubEventChosen(const QString& title) {
     const QString keyword = KLVR_LEFT(event, KLVR_INSTR(event, QStringLiteral(" "), 0, true));
     // The event line is searched with the line break in front of it, so an event on the
     // very first line is not found and a second copy is appended.
-    if (!KLVR_KLTEXTVIEW_FINDNEXT(view, QStringLiteral("\n") + event)) {
-        // Appended rather than set, so the insertion is one undoable step.
-        view->append(QStringLiteral("\n\n") + event + QStringLiteral("\n  \nEnd ") + keyword + QStringLiteral("\n"));
+    if (!KLVR_KLTEXTVIEW_FINDNEXT(view, QStringLiteral("\n") + event) && !view->isFileReadOnly()) {
+        // Inserted at the end rather than the whole text set, so it is one undo step
+        // after the earlier history; its line breaks are the file's own.
+        view->insertAsOneStep(view->documentText().size(), QStringLiteral("\n\n") + event +
+                                                               QStringLiteral("\n  \nEnd ") + keyword +
+                                                               QStringLiteral("\n"));
+        view->SendScintilla(QsciScintilla::SCI_GOTOPOS, 0);
         KLVR_KLTEXTVIEW_FINDNEXT(view, QStringLiteral("\n") + event);
     }
     const QSignalBlocker quiet(pubEvent);

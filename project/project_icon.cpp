@@ -20,6 +20,8 @@ void Global::SetProjectIcon() {
 
 void Global::SelectAppIcon(const Value&) {
     KLVR_TRACE("SelectAppIcon");
+    if (!ProjectIsLoaded())
+        return;
     KLVR_NSOPENPANEL_CANCHOOSEFILES(nullptr, true);
     KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(nullptr, false);
     KLVR_NSOPENPANEL_ALLOWSMULTIPLESELECTION(nullptr, false);
@@ -30,8 +32,16 @@ void Global::SelectAppIcon(const Value&) {
     if (KLVR_LEN(chosen) == 0)
         return;
     const QString icon = ProjectPath + QStringLiteral("/icon.icns");
-    KLVR_NSFILEMANAGER_DELETE(icon);
-    KLVR_NSFILEMANAGER_COPY(chosen, icon);
+    // The chosen file's bytes replace the icon in one atomic write, so choosing the
+    // project's own icon, or a copy that fails half-way, never loses it.
+    const std::optional<QByteArray> bytes = document_file::readAll(chosen);
+    const document_file::WriteResult written =
+        bytes ? document_file::writeChecked(icon, *bytes, std::nullopt) : document_file::WriteResult{};
+    if (written.status != document_file::WriteStatus::Written) {
+        KLVR_MSGBOX(QStringLiteral("Could not set the project icon"),
+                    QStringLiteral("Tried ") + chosen + (written.error.isEmpty() ? QString() : QStringLiteral(": ") + written.error));
+        return;
+    }
     SetProjectIcon();
 }
 

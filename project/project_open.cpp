@@ -27,6 +27,10 @@ void Global::OpenProject(const Value&) {
 void Global::ProjectOpen(const Value& pathOrSender) {
     KLVR_TRACE("ProjectOpen");
     const QString path = KLVR_STRING(pathOrSender);
+    // The open documents are saved before anything else happens; when one cannot be
+    // and the user keeps it, the project stays as it is.
+    if (!saveBeforeLettingGo(documentViews()))
+        return;
     ProjectStatusBar(QStringLiteral("Opening ") + path);
     ProjectPath = path;
     const bool opened = ProjectOpen2(path);
@@ -70,9 +74,10 @@ bool Global::ProjectOpen2(const QString& path) {
         mymainwindow->setProjectItemsVisible(false);
     }
     // The previous project's documents go with it; the opening itself saves nothing.
-    for (qint64 i = 0; i < KLVR_NSDICTIONARY_COUNT(codes); ++i)
-        if (QObject* view = KLVR_NSMUTABLEDICTIONARY_VALUE(codes, i).object())
-            view->deleteLater();
+    for (KLTextView* view : documentViews()) {
+        forgetDocument(view);
+        view->deleteLater();
+    }
     KLVR_NSMUTABLEDICTIONARY_REMOVEALL(codes);
     projectFiles.clear();
     pubProject->clear();

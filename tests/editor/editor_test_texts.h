@@ -80,10 +80,9 @@ inline void setWordLists(KLTextView& view) {
 }
 
 // Puts UTF-8 bytes into the view as a loaded file would be (no file needed).
+// The view holds these file bytes, as if loaded (decoded, with the file's form).
 inline void setBytes(KLTextView& view, const QByteArray& bytes) {
-    view.SendScintilla(QsciScintilla::SCI_CLEARALL);
-    view.SendScintilla(QsciScintilla::SCI_APPENDTEXT, static_cast<unsigned long>(bytes.size()),
-                       bytes.constData());
+    view.replaceAllAsOneStep(bytes);
     view.SendScintilla(QsciScintilla::SCI_EMPTYUNDOBUFFER);
     view.SendScintilla(QsciScintilla::SCI_GOTOPOS, 0);
 }

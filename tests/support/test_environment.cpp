@@ -40,6 +40,30 @@ QStringList ScriptedPanels::openPanel(const OpenPanelRequest& request) {
     return answer;
 }
 
+int ScriptedPanels::question(const QString& title, const QString& text, const QStringList& answers) {
+    std::lock_guard guard(mutex_);
+    shown_.push_back({QStringLiteral("question"), title, text + QStringLiteral("\n[") + answers.join(QLatin1Char('|')) + QLatin1Char(']')});
+    if (answers_.empty())
+        return -1;
+    const QString answer = answers_.front();
+    answers_.pop_front();
+    return int(answers.indexOf(answer));
+}
+
+void ScriptedPanels::queueAnswer(const QString& answer) {
+    std::lock_guard guard(mutex_);
+    answers_.push_back(answer);
+}
+
+std::vector<ScriptedPanels::Shown> ScriptedPanels::questions() const {
+    std::lock_guard guard(mutex_);
+    std::vector<Shown> out;
+    for (const Shown& s : shown_)
+        if (s.kind == QLatin1String("question"))
+            out.push_back(s);
+    return out;
+}
+
 void ScriptedPanels::queueInput(std::optional<QString> answer) {
     std::lock_guard guard(mutex_);
     inputs_.push_back({answer.has_value(), answer.value_or(QString())});
@@ -74,6 +98,7 @@ void ScriptedPanels::clear() {
     shown_.clear();
     inputs_.clear();
     opens_.clear();
+    answers_.clear();
 }
 
 bool RecordingLauncher::launch(const QString& application, const QString& document, bool flag) {

@@ -20,7 +20,7 @@ class KLVR_Application;
 class ScriptedPanels : public PanelService {
 public:
     struct Shown {
-        QString kind; // "message", "input", "open"
+        QString kind; // "message", "input", "open", "question"
         QString title;
         QString text;
     };
@@ -28,9 +28,14 @@ public:
     std::optional<QString> inputPanel(const QString& title, const QString& message,
                                       const QString& defaultText) override;
     QStringList openPanel(const OpenPanelRequest& request) override;
+    // Answers with the queued answer's index (-1 when it is not among the answers or
+    // nothing is queued).
+    int question(const QString& title, const QString& text, const QStringList& answers) override;
 
     void queueInput(std::optional<QString> answer);
     void queueOpen(QStringList paths);
+    void queueAnswer(const QString& answer);
+    std::vector<Shown> questions() const;
     std::vector<Shown> shown() const;
     std::vector<Shown> messages() const; // only the message boxes
     OpenPanelRequest lastOpenRequest() const;
@@ -41,6 +46,7 @@ private:
     std::vector<Shown> shown_;
     std::deque<std::pair<bool, QString>> inputs_; // (answered, text)
     std::deque<QStringList> opens_;
+    std::deque<QString> answers_;
     OpenPanelRequest lastOpen_;
 };
 
