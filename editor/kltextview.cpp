@@ -108,8 +108,7 @@ void KLTextView::configure() {
     // told only of what is about to change, which QScintilla passes on untouched.
     // (So QsciScintilla::textChanged() and linesChanged() are not emitted; the owner
     // calls are.)
-    // The insertion check lets a Windows-1252 file refuse what it cannot hold.
-    SendScintilla(SCI_SETMODEVENTMASK, SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE | SC_MOD_INSERTCHECK);
+    SendScintilla(SCI_SETMODEVENTMASK, SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE);
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this, &KLTextView::onModified);
     connect(this, &QsciScintillaBase::SCN_MODIFYATTEMPTRO, this, &KLTextView::readOnlyEditAttempted);
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &KLTextView::onUpdateUi);
@@ -341,13 +340,8 @@ void KLTextView::notifyOwner(const char* method) {
         QMetaObject::invokeMethod(owner_, method, Qt::DirectConnection, Q_ARG(QObject*, this));
 }
 
-void KLTextView::onModified(int position, int modificationType, const char* text, int length, int, int, int,
-                            int, int, int) {
-    if (modificationType & SC_MOD_INSERTCHECK) {
-        if (!loading_ && encoding_ != TextEncoding::Utf8)
-            refuseUnencodable(text, length);
-        return;
-    }
+void KLTextView::onModified(int position, int modificationType, const char*, int length, int, int, int, int,
+                            int, int) {
     // Only notifications of what is about to change arrive (see configure()).
     if (!(modificationType & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)))
         return;

@@ -131,6 +131,8 @@ public:
     void convertToUtf8();
     // Runs a job on the view's writer thread, after the writes asked for before.
     void queueOnWriter(std::function<void()> job);
+    // Blocks until every job queued on the writer so far is done.
+    void waitForWriter();
     // Called on the writer thread with the bytes of each save of the view's own file,
     // just before they are written (the recovery journal keeps its copy so).
     void setBeforeWrite(std::function<void(const QByteArray& bytes)> beforeWrite);
@@ -233,10 +235,15 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    // Typed, composed, pasted and dropped text reaches the document through these
+    // three; a Windows-1252 file refuses there what it cannot hold.
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    QByteArray fromMimeData(const QMimeData* source, bool& rectangular) const override;
 
 private:
     void configure();
-    void refuseUnencodable(const char* text, int length);
+    // What of `text` the file's encoding can hold; tells about the rest.
+    QString keepEncodable(const QString& text);
     void onModified(int position, int modificationType, const char* text, int length, int linesAdded,
                     int line, int foldNow, int foldPrev, int token, int annotationLinesAdded);
     void reportPendingInsertion();

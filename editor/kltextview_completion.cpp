@@ -123,5 +123,15 @@ void KLTextView::keyPressEvent(QKeyEvent* event) {
         showCompletion();
         return;
     }
+    if (encoding_ != TextEncoding::Utf8 && !event->text().isEmpty() && !isReadOnly()) {
+        const QString kept = keepEncodable(event->text());
+        if (kept != event->text()) {
+            if (!kept.isEmpty()) {
+                const QByteArray bytes = kept.toUtf8();
+                SendScintilla(SCI_REPLACESEL, bytes.constData());
+            }
+            return;
+        }
+    }
     QsciScintilla::keyPressEvent(event);
 }

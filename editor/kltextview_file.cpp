@@ -3,6 +3,7 @@
 #include "editor/kltextview.h"
 
 #include <QCoreApplication>
+#include <QInputMethodEvent>
 #include <QMutex>
 #include <QThreadPool>
 
@@ -200,7 +201,7 @@ QString KLTextView::toDocumentLineEnds(const QString& text) const {
 }
 
 void KLTextView::insertAsOneStep(qint64 utf16Position, const QString& text) {
-    const QByteArray bytes = toDocumentLineEnds(text).toUtf8();
+    const QByteArray bytes = toDocumentLineEnds(keepEncodable(text)).toUtf8();
     SendScintilla(SCI_BEGINUNDOACTION);
     SendScintilla(SCI_INSERTTEXT, long(bytesFromUtf16(utf16Position)), bytes.constData());
     SendScintilla(SCI_ENDUNDOACTION);
@@ -214,6 +215,11 @@ void KLTextView::queueOnWriter(std::function<void()> job) {
     writer_->start(std::move(job));
 }
 
+void KLTextView::waitForWriter() {
+    if (writer_)
+        writer_->waitForDone();
+}
+
 void KLTextView::setBeforeWrite(std::function<void(const QByteArray& bytes)> beforeWrite) {
     QMutexLocker guard(&fileState_->mutex);
     fileState_->beforeWrite = std::move(beforeWrite);
@@ -224,11 +230,10 @@ void KLTextView::convertToUtf8() {
     byteOrderMark_ = false;
 }
 
-void KLTextView::refuseUnencodable(const char* text, int length) {
-    const QString inserted = QString::fromUtf8(text, length);
+QString KLTextView::keepEncodable(const QString& inserted) {
     const QString refused = document_file::unencodable(inserted, encoding_);
     if (refused.isEmpty())
-        return;
+        return inserted;
     QString kept;
     for (qsizetype i = 0; i < inserted.size(); ++i) {
         const qsizetype n = inserted[i].isHighSurrogate() && i + 1 < inserted.size() ? 2 : 1;
@@ -236,9 +241,28 @@ void KLTextView::refuseUnencodable(const char* text, int length) {
             kept += QStringView(inserted).mid(i, n);
         i += n - 1;
     }
-    const QByteArray bytes = kept.toUtf8();
-    SendScintilla(SCI_CHANGEINSERTION, static_cast<unsigned long>(bytes.size()), bytes.constData());
-    // Told after the insertion, outside Scintilla's notification.
+    // Told after the event that brought them, so a question can be asked then.
     QMetaObject::invokeMethod(
         this, [this, refused] { emit charactersRefused(refused); }, Qt::QueuedConnection);
+    return kept;
+}
+
+void KLTextView::inputMethodEvent(QInputMethodEvent* event) {
+    if (encoding_ != TextEncoding::Utf8 && !event->commitString().isEmpty()) {
+        const QString kept = keepEncodable(event->commitString());
+        if (kept != event->commitString()) {
+            QInputMethodEvent filtered(event->preeditString(), event->attributes());
+            filtered.setCommitString(kept, event->replacementStart(), event->replacementLength());
+            QsciScintilla::inputMethodEvent(&filtered);
+            return;
+        }
+    }
+    QsciScintilla::inputMethodEvent(event);
+}
+
+QByteArray KLTextView::fromMimeData(const QMimeData* source, bool& rectangular) const {
+    const QByteArray text = QsciScintilla::fromMimeData(source, rectangular);
+    if (encoding_ == TextEncoding::Utf8)
+        return text;
+    return const_cast<KLTextView*>(this)->keepEncodable(QString::fromUtf8(text)).toUtf8();
 }

@@ -224,7 +224,7 @@ private:
     // the user (the stamp asked about): they are not saved until it is settled.
     struct DiskQuestion {
         bool open = false;
-        DiskStamp asked;
+        std::optional<DiskStamp> asked;
     };
     QHash<const KLTextView*, DiskQuestion> diskQuestions_;
     QSet<const KLTextView*> saveFailureShown_; // a failed save was told in a message box

@@ -172,8 +172,12 @@ void Global::documentSaveFinished(KLTextView* view, int status, const QString& e
     switch (WriteStatus(status)) {
     case WriteStatus::Written:
         saveFailureShown_.remove(view);
-        if (journal_)
-            journal_->writePass({view}); // the copy goes once the file holds the text
+        // The save wrote the copy of its text first; it goes once the file holds the
+        // text, or is renewed when there was typing since.
+        if (view->isModified())
+            recoveryJournal()->writePass({view});
+        else
+            recoveryJournal()->remove(view->fileName(), view);
         return;
     case WriteStatus::ChangedOnDisk:
     case WriteStatus::DeletedOnDisk:
@@ -349,6 +353,8 @@ bool Global::prepareToQuit() {
         return false;
     recoveryJournal()->writePass(documentViews());
     recoveryJournal()->waitForWrites();
+    for (KLTextView* view : documentViews())
+        view->waitForWriter();
     return true;
 }
 

@@ -3,9 +3,11 @@
 #include "frame/klvr_application.h"
 #include "frame/runtime.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
 #include <cstdlib>
 
 namespace {
@@ -14,7 +16,7 @@ KelvaroTestEnvironment* current = nullptr;
 
 void ScriptedPanels::messageBox(const QString& title, const QString& text) {
     std::lock_guard guard(mutex_);
-    shown_.push_back({QStringLiteral("message"), title, text});
+    shown_.push_back({QStringLiteral("message"), title, text, QThread::currentThread() == qApp->thread()});
 }
 
 std::optional<QString> ScriptedPanels::inputPanel(const QString& title, const QString& message, const QString&) {

@@ -23,6 +23,7 @@ public:
         QString kind; // "message", "input", "open", "question"
         QString title;
         QString text;
+        bool onMainThread = true;
     };
     void messageBox(const QString& title, const QString& text) override;
     std::optional<QString> inputPanel(const QString& title, const QString& message,
