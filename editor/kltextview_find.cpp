@@ -58,7 +58,9 @@ bool KLTextView::findPrevious(const QString& needle) {
     return true;
 }
 
-bool KLTextView::findReplace(const QString& replacement) {
+bool KLTextView::findReplace(const QString& given) {
+    // Line breaks in the replacement are the file's own; what the encoding cannot hold is refused.
+    const QString replacement = toDocumentLineEnds(keepEncodable(given));
     const qint64 start = selectionStartUtf16();
     const qint64 end = selectionEndUtf16();
     if (end <= start)
@@ -84,7 +86,8 @@ bool KLTextView::findReplaceFind(const QString& find, const QString& replacement
     return replaced || found;
 }
 
-qint64 KLTextView::findReplaceAll(const QString& find, const QString& replacement) {
+qint64 KLTextView::findReplaceAll(const QString& find, const QString& given) {
+    const QString replacement = toDocumentLineEnds(keepEncodable(given));
     const QString text = documentText();
     const Utf16Range scope = findScope(text);
     const QList<qint64> starts =

@@ -99,4 +99,9 @@ TEST(FindView, ReplaceAllCountsAndUndoesAsOneStep) {
         << "one undo step per replace all";
     v.undo();
     EXPECT_EQ(v.documentBytes(), original);
+
+    // The file's form is kept: its line endings in the replacement, its encoding.
+    setBytes(v, QByteArray("' caf\xe9 x\r\nDim x\r\n"));
+    EXPECT_EQ(v.findReplaceAll("x", "y\n\u20ac\u2192"), 2);
+    EXPECT_EQ(v.documentBytes(), QByteArray("' caf\xe9 y\r\n\x80\r\nDim y\r\n\x80\r\n"));
 }
