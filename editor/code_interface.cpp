@@ -82,8 +82,11 @@ void code::buildInterface() {
     line->setFocusPolicy(Qt::NoFocus);
     documentInfo = new QLabel(this);
     documentInfo->setObjectName(QStringLiteral("documentInfo"));
+    documentInfo->setFrameShape(QFrame::StyledPanel);
+    documentInfo->setContentsMargins(6, 0, 6, 0);
     statusRow->addWidget(statusbar, 1);
     statusRow->addWidget(documentInfo);
+    statusRow->addSpacing(8);
     // The snippet choosers sit with the status line, leaving the top row to the navigators.
     for (QComboBox* popUp : {delegates.data(), syntax.data(), syntax2.data(), syntax3.data()})
         statusRow->addWidget(popUp);
