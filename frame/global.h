@@ -178,7 +178,8 @@ public:
     // Saves every document before the application ends; false when the user keeps one
     // that could not be saved. The journal is left holding exactly what is unsaved.
     bool prepareToQuit();
-    // Closes a document without saving it (after the user chose so).
+    // Closes a document without saving it (after the user chose so, or after it was
+    // saved) and shows another one.
     void discardDocument(const QString& path);
 
     // ---- File and event selectors (project/file_selector.cpp) ----

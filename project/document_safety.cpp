@@ -360,15 +360,15 @@ bool Global::prepareToQuit() {
 
 void Global::discardDocument(const QString& path) {
     KLTextView* view = documentView(path);
-    if (!view)
-        return;
-    forgetDocument(view);
+    if (view)
+        forgetDocument(view);
     KLVR_NSMUTABLEDICTIONARY_REMOVE(codes, path);
     if (KLVR_NSDICTIONARY_COUNT(codes) > 0)
         ProjectOpenCode(KLVR_NSMUTABLEDICTIONARY_KEY(codes, 0).toString());
     else
         mycode->SetEmpty();
-    view->deleteLater();
+    if (view)
+        view->deleteLater();
 }
 
 // ---------------------------------------------------------------- recovery

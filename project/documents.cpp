@@ -91,15 +91,7 @@ void Global::ProjectCloseCode(const QString& path) {
     // What was typed is saved before the document goes (or the user keeps it open).
     if (view && !saveBeforeLettingGo({view}))
         return;
-    if (view)
-        forgetDocument(view);
-    KLVR_NSMUTABLEDICTIONARY_REMOVE(codes, path);
-    if (KLVR_NSDICTIONARY_COUNT(codes) > 0)
-        ProjectOpenCode(KLVR_NSMUTABLEDICTIONARY_KEY(codes, 0).toString());
-    else
-        mycode->SetEmpty();
-    if (view)
-        view->deleteLater();
+    discardDocument(path);
 }
 
 QString Global::ProjectCurrentFilename() const {
