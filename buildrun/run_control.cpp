@@ -1,5 +1,12 @@
-// Control of the one child process `go`, and the routing of its output.
+// Control of the one child process `go`, and the routing of its output: the compiler's
+// output goes to the compiler log, where failures are recognised; the running
+// application's output goes to the run log.
+#include "buildrun/build_output.h"
+#include "buildrun/compiler_output.h"
+#include "buildrun/log_panel.h"
 #include "frame/global.h"
+
+#include <QTimer>
 
 void Global::stopRunningTask() {
     KLVR_TRACE("stopRunningTask");
@@ -21,12 +28,78 @@ void Global::global_stop() {
     stopRunningTask();
 }
 
-void Global::go_stdout(const Value& chunk) {
-    KLVR_NSOBJECT_PERFORMSELECTORONMAINTHREAD(this, QStringLiteral("appendCompilerOutput"), chunk, true);
+// Reading thread. bIgnoreStdErr and bIsLaunchingApp are read without a lock: they are
+// set on the main thread before the task that they concern starts.
+static void deliver(Global* global, BuildOutput* output, bool isError, const Value& chunk) {
+    if (global->bIgnoreStdErr || chunk.isNil())
+        return;
+    const bool fromApplication = global->bIsLaunchingApp;
+    quint64 sequence = 0;
+    if (output->push(isError, fromApplication, chunk.rawBytes(), &sequence))
+        QMetaObject::invokeMethod(global, "flushOutputSlice", Qt::QueuedConnection);
+    if (klvrIsMainThread()) {
+        global->flushOutput();
+        return;
+    }
+    if (fromApplication)
+        output->waitForRoom();
+    else
+        output->waitHandled(sequence);
 }
 
-void Global::go_stderr(const Value& chunk) {
-    if (bIgnoreStdErr)
+void Global::go_stdout(const Value& chunk) { deliver(this, output_.get(), false, chunk); }
+
+void Global::go_stderr(const Value& chunk) { deliver(this, output_.get(), true, chunk); }
+
+// Handles queued output on the main thread, at most one slice of application output
+// at a time unless `everything`; asks for the next slice when some is left.
+static void drain(Global* global, BuildOutput* output, bool everything) {
+    qsizetype done = 0;
+    BuildOutput::Chunk chunk;
+    while (output->take(&chunk)) {
+        const QString text = QString::fromUtf8(chunk.bytes);
+        if (chunk.isError)
+            global->go_stderrGUI(text);
+        else
+            global->go_stdoutGUI(text);
+        output->handled();
+        done += chunk.bytes.size();
+        if (!everything && chunk.fromApplication && done >= BuildOutput::kSliceBytes) {
+            QMetaObject::invokeMethod(global, "flushOutputSlice", Qt::QueuedConnection);
+            return;
+        }
+    }
+}
+
+void Global::flushOutput() { drain(this, output_.get(), true); }
+
+void Global::flushOutputSlice() { drain(this, output_.get(), false); }
+
+void Global::go_stdoutGUI(const QString& text) {
+    if (bIsLaunchingApp) {
+        runLogPanel->append(text);
         return;
-    KLVR_NSOBJECT_PERFORMSELECTORONMAINTHREAD(this, QStringLiteral("appendCompilerError"), chunk, true);
+    }
+    compilerLogPanel->append(text);
+    if (showsPlatformCompilerFailure(text)) {
+        bCompilerError = true;
+        ShowInternalError(Value(compilerLogPanel->text()));
+    }
+}
+
+void Global::go_stderrGUI(const QString& text) {
+    if (bIsLaunchingApp) {
+        runLogPanel->append(text);
+        return;
+    }
+    bCompilerError = true;
+    if (KLVR_STARTSWITH(text, QStringLiteral("Kelvaro:"), true))
+        ShowError(text);
+    else
+        ShowInternalError(Value(text));
+}
+
+void Global::clearLogs() {
+    compilerLogPanel->clear();
+    runLogPanel->clear();
 }

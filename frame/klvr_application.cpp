@@ -1,5 +1,6 @@
 #include "frame/klvr_application.h"
 
+#include "buildrun/batch_build.h"
 #include "frame/failure_report.h"
 #include "frame/global.h"
 #include "frame/panels.h"
@@ -51,7 +52,7 @@ public:
 } // namespace
 
 int KLVR_Application::runIde(const StartupOptions& options) {
-    if (!options.screenshotFile.isEmpty())
+    if (!options.screenshotFile.isEmpty() || !options.batch.isEmpty())
         installPanelService(std::make_shared<UnattendedPanels>());
     // Loading the main interface creates the application controller and sends it
     // awakeFromNib, which runs the whole start-up.
@@ -64,5 +65,7 @@ int KLVR_Application::runIde(const StartupOptions& options) {
     }
     if (!options.screenshotFile.isEmpty())
         return writeScreenshotWhenIdle(global, options.screenshotFile);
+    if (!options.batch.isEmpty())
+        return runBatchBuild(global, options.batch == QLatin1String("run"));
     return exec();
 }

@@ -154,6 +154,7 @@ void Global::OpenXcodeProject(const QString& folder, bool flag) {
 void Global::OpenXcodeProjectGUI(const Value&) { OpenXcodeProject(ProjectPath, false); }
 
 void Global::ProjectStatusBar(const QString& text) {
+    emit statusShown(text);
     if (!mycode || !mycode->statusbar)
         return;
     mycode->statusbar->setText(QStringLiteral(" ") + text);

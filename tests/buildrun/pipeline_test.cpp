@@ -1,0 +1,468 @@
+// The build pipeline with stand-in compilers: the order of steps and status texts,
+// the command lines, stopping, Go, Clean and Deploy, and the bad cases (missing
+// compiler, odd folder names, runs and builds on top of each other, closing).
+#include "build_fixture.h"
+
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+namespace {
+const QByteArray kGlobal = "\nEvent AwakeFromNib()\n  Alert(\"Hello\")\nEnd Event\n";
+const QList<std::pair<QString, QByteArray>> kFiles = {{"Global.NSObject.klvr", kGlobal},
+                                                      {"b.NSObject.klvr", "\nSub B()\n  x = 1\nEnd Sub\n"}};
+
+// A compiler that "builds" an application whose program prints to both streams.
+const QByteArray kBuildingCompiler =
+    "echo \"Checking $1\"\n"
+    "n=$(basename \"$1\")\n"
+    "mkdir -p \"$1/build/Release/$n.app/Contents/MacOS\"\n"
+    "printf '#!/bin/sh\\necho out-line\\necho err-line >&2\\n' > \"$1/build/Release/$n.app/Contents/MacOS/$n\"\n"
+    "chmod +x \"$1/build/Release/$n.app/Contents/MacOS/$n\"\n"
+    "echo 'Build succeeded'\n";
+
+// A compiler that writes its process id and then runs until it is stopped.
+const QByteArray kSlowCompiler = "echo $$ > \"$(dirname \"$0\")/pid\"\nexec sleep 60\n";
+
+class BuildPipeline : public BuildFixture {
+protected:
+    // Waits until the stand-in wrote its process id (bounded), and returns it.
+    qint64 waitForPid(const QString& file) {
+        QDeadlineTimer deadline(20000);
+        while (readFile(file).trimmed().isEmpty() && !deadline.hasExpired())
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        return readFile(file).trimmed().toLongLong();
+    }
+    QString pidFile() const { return bundlePath() + "/Contents/MacOS/pid"; }
+};
+
+TEST_F(BuildPipeline, WithoutAProjectNothingHappensAndNothingIsShown) {
+    installRecordingCompiler();
+    Global& g = start();
+    testPanels().clear();
+    g.global_build();
+    g.global_make();
+    g.Clean();
+    g.ReleaseUniversal();
+    g.global_go();
+    g.global_breakpoint();
+    g.global_run();
+    ASSERT_TRUE(waitForBuild());
+    EXPECT_TRUE(compilerCalls().isEmpty());
+    EXPECT_TRUE(testPanels().messages().empty());
+}
+
+TEST_F(BuildPipeline, BuildShowsItsStepsInOrderAndOpensTheProjectAfterwards) {
+    installCompiler(kBuildingCompiler);
+    Global& g = startWith("Shop", kFiles);
+    testLauncher().clear();
+    g.global_build();
+    ASSERT_TRUE(waitForBuild());
+    EXPECT_EQ(statuses, (QStringList{"Saving Global.NSObject.klvr", "Saved Global.NSObject.klvr", "",
+                                     "xcodebuild is compiling. Please wait...", "Done."}));
+    EXPECT_TRUE(compilerLog().contains("Checking " + project + "\nBuild succeeded")) << compilerLog().toStdString();
+    EXPECT_FALSE(g.bCompilerError);
+    EXPECT_FALSE(g.compilerLogPanel->isVisible());
+    EXPECT_FALSE(g.mycode->progress->isVisible());
+    ASSERT_EQ(testLauncher().launches().size(), 1u);
+    EXPECT_EQ(testLauncher().launches()[0].application, "Xcode");
+    EXPECT_EQ(testLauncher().launches()[0].document, project + "/Shop.xcodeproj");
+    EXPECT_FALSE(testLauncher().launches()[0].flag);
+    EXPECT_TRUE(runLog().isEmpty());
+}
+
+TEST_F(BuildPipeline, RunLaunchesTheBuiltProgramWhoseBothStreamsReachTheRunLog) {
+    installCompiler(kBuildingCompiler);
+    Global& g = startWith("Shop", kFiles);
+    g.global_run();
+    ASSERT_TRUE(waitForBuild());
+    waitForApplication();
+    EXPECT_EQ(statuses.mid(statuses.indexOf("xcodebuild is compiling. Please wait...")), (QStringList{"xcodebuild is compiling. Please wait...", "", "Launching...", "Done."}));
+    EXPECT_TRUE(runLog().contains("out-line")) << runLog().toStdString();
+    EXPECT_TRUE(runLog().contains("err-line")) << runLog().toStdString();
+    EXPECT_FALSE(g.bCompilerError);
+    EXPECT_EQ(g.lastRunExitStatus(), 0);
+    EXPECT_TRUE(testPanels().messages().empty());
+}
+
+TEST_F(BuildPipeline, FolderNamesReachTheCompilerAsTheyAre) {
+    installCompiler("printf '%s\\n' \"$@\" > \"$(dirname \"$0\")/args\"\n");
+    const char* names[] = {"My App", "-lead", "q\"uo'te", "dollar $HOME", "semi;colon"};
+    for (const char* name : names) {
+        Global& g = startWith(QString::fromUtf8(name), kFiles);
+        g.global_build();
+        ASSERT_TRUE(waitForBuild());
+        EXPECT_EQ(readFile(bundlePath() + "/Contents/MacOS/args"), (project + "\n-Release\n").toUtf8()) << name;
+        g.Clean();
+        EXPECT_EQ(readFile(bundlePath() + "/Contents/MacOS/args"), ("-Clean\n" + project + "\n").toUtf8()) << name;
+        EXPECT_EQ(messageTitles(), QStringList{"Temporary project files removed."}) << name;
+        global.reset();
+    }
+}
+
+struct OutputCase {
+    const char* name;
+    const char* out;
+    const char* err;
+    QStringList titles;     // message boxes, in order
+    const char* lastFile;   // the remembered error's file
+    qint64 lastLine;
+};
+
+class CompilerOutput : public BuildPipeline, public ::testing::WithParamInterface<OutputCase> {};
+
+TEST_P(CompilerOutput, IsRecognisedAndNavigatedTo) {
+    const OutputCase& c = GetParam();
+    installCompiler(kBuildingCompiler + "cat \"$(dirname \"$0\")/out\"\ncat \"$(dirname \"$0\")/err\" >&2\n");
+    writeFile(bundlePath() + "/Contents/MacOS/out", c.out);
+    writeFile(bundlePath() + "/Contents/MacOS/err", c.err);
+    Global& g = startWith("Shop", kFiles);
+    g.global_run();
+    ASSERT_TRUE(waitForBuild());
+    EXPECT_TRUE(g.bCompilerError);
+    EXPECT_EQ(messageTitles(), c.titles);
+    EXPECT_EQ(g.sLastErrorFile, QString::fromUtf8(c.lastFile));
+    EXPECT_EQ(g.nLastErrorLine, c.lastLine);
+    // A failed build launches nothing and ends with the error's text, not "Done.".
+    EXPECT_FALSE(statuses.contains("Launching..."));
+    EXPECT_FALSE(statuses.contains("Done."));
+    EXPECT_EQ(g.go == nullptr || !KLVR_KLTASK_ISRUNNING(g.go), true);
+    EXPECT_TRUE(compilerLog().contains(QString::fromUtf8(c.out).trimmed())) << compilerLog().toStdString();
+    EXPECT_FALSE(compilerLog().contains("Kelvaro:")) << "standard error stays out of the compiler log";
+}
+
+const QString kInternal = "Internal Error -> Objective-C compiler failure. Please report back to us.";
+const OutputCase kOutputs[] = {
+    {"ErrorInAProjectFile", "", "Kelvaro: Syntax error in line 3 in file b.NSObject.klvr\n",
+     {"Syntax error in line 3 in file b.NSObject.klvr"}, "b.NSObject.klvr", 3},
+    {"ErrorInAFileOutsideTheProject", "", "Kelvaro: Syntax error in line 7 in file code.NSObject.klvr\n",
+     {"Internal Error. Please report back to us."}, "code.NSObject.klvr", 7},
+    {"TwoErrorsInOneChunkReportOnlyTheFirst", "",
+     "Kelvaro: A in line 2 in file b.NSObject.klvr\nKelvaro: B in line 4 in file Global.NSObject.klvr\n",
+     {"A in line 2 in file b.NSObject.klvr"}, "b.NSObject.klvr", 2},
+    {"OtherStandardErrorText", "", "warning: something\n", {kInternal}, "", 0},
+    {"PlatformCompilerErrorCount", "2 errors generated.\n", "", {kInternal}, "", 0},
+    {"PlatformCompilerDriverError", "clang: error: no input files\n", "", {kInternal}, "", 0},
+};
+INSTANTIATE_TEST_SUITE_P(Table, CompilerOutput, ::testing::ValuesIn(kOutputs),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(BuildPipeline, AnErrorOpensTheFileAtItsLineAndLastErrorReturnsThere) {
+    installCompiler("echo 'Kelvaro: Syntax error in line 3 in file b.NSObject.klvr' >&2\nexit 1\n");
+    Global& g = startWith("Shop", kFiles);
+    g.global_build();
+    ASSERT_TRUE(waitForBuild());
+    EXPECT_EQ(g.ProjectCurrentFilename(), project + "/b.NSObject.klvr");
+    EXPECT_EQ(KLVR_KLTEXTVIEW_LINE(g.mytextview()), 3);
+    EXPECT_EQ(g.mytextview()->SendScintilla(QsciScintillaBase::SCI_GETCURRENTPOS),
+              g.mytextview()->SendScintilla(QsciScintillaBase::SCI_POSITIONFROMLINE, 2));
+    EXPECT_EQ(status(), "Syntax error in line 3 in file b.NSObject.klvr");
+    EXPECT_EQ(testPanels().messages().at(0).text, "");
+    EXPECT_FALSE(g.compilerLogPanel->isVisible());
+
+    g.ProjectOpenCode("Global.NSObject.klvr");
+    g.global_lasterror();
+    EXPECT_EQ(g.ProjectCurrentFilename(), project + "/b.NSObject.klvr");
+    EXPECT_EQ(KLVR_KLTEXTVIEW_LINE(g.mytextview()), 3);
+    EXPECT_EQ(status(), "Syntax error in line 3 in file b.NSObject.klvr");
+    // The error text stays when a later build succeeds.
+    installCompiler("exit 0\n");
+    g.global_build();
+    ASSERT_TRUE(waitForBuild());
+    EXPECT_EQ(g.sLastErrorFile, "b.NSObject.klvr");
+}
+
+TEST_F(BuildPipeline, LastErrorDoesNothingAfterAnInternalFailure) {
+    installCompiler("echo '2 errors generated.'\n");
+    Global& g = startWith("Shop", kFiles);
+    g.global_build();
+    ASSERT_TRUE(waitForBuild());
+    EXPECT_EQ(g.sLastErrorText, "2 errors generated.\n");
+    g.ProjectOpenCode("b.NSObject.klvr");
+    statuses.clear();
+    g.global_lasterror();
+    EXPECT_EQ(g.ProjectCurrentFilename(), project + "/b.NSObject.klvr");
+    EXPECT_TRUE(statuses.isEmpty());
+}
+
+TEST_F(BuildPipeline, IgnoredOutputReachesNeitherLog) {
+    Global& g = startWith("Shop", kFiles);
+    g.bIgnoreStdErr = true;
+    g.go_stdout(Value::bytes("out\n"));
+    g.go_stderr(Value::bytes("Kelvaro: x in line 1 in file b.NSObject.klvr\n"));
+    g.bIgnoreStdErr = false;
+    g.go_stdout(Value());
+    EXPECT_TRUE(compilerLog().isEmpty());
+    EXPECT_TRUE(runLog().isEmpty());
+    EXPECT_FALSE(g.bCompilerError);
+    EXPECT_TRUE(testPanels().messages().empty());
+}
+
+struct StopCase {
+    const char* name;
+    bool run;
+    const char* status;
+};
+class StoppingABuild : public BuildPipeline, public ::testing::WithParamInterface<StopCase> {};
+
+TEST_P(StoppingABuild, EndsTheCompilerAndSaysSo) {
+    installCompiler(kSlowCompiler);
+    Global& g = startWith("Shop", kFiles);
+    if (GetParam().run)
+        g.global_run();
+    else
+        g.global_build();
+    const qint64 pid = waitForPid(pidFile());
+    ASSERT_GT(pid, 0);
+    g.global_stop();
+    g.global_stop(); // twice is harmless
+    ASSERT_TRUE(waitForBuild());
+    EXPECT_EQ(status(), GetParam().status);
+    QDeadlineTimer deadline(5000);
+    while (processExists(pid) && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    EXPECT_FALSE(processExists(pid));
+    EXPECT_FALSE(statuses.contains("Done."));
+}
+INSTANTIATE_TEST_SUITE_P(Table, StoppingABuild,
+                         ::testing::Values(StopCase{"Build", false, "Cancelled."}, StopCase{"Run", true, "Stopped."}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(BuildPipeline, BuildingAgainDuringABuildCancelsTheFirstAndFinishesTheSecond) {
+    installCompiler("if [ -e \"$(dirname \"$0\")/pid\" ]; then echo second; exit 0; fi\n" + kSlowCompiler);
+    Global& g = startWith("Shop", kFiles);
+    g.global_build();
+    const qint64 first = waitForPid(pidFile());
+    g.global_build();
+    ASSERT_TRUE(waitForBuild());
+    for (const KLThreadRef& t : {g.thBuild})
+        EXPECT_FALSE(KLVR_NSTHREAD_ISEXECUTING(t));
+    EXPECT_EQ(status(), "Done.");
+    EXPECT_EQ(compilerLog(), "second\n");
+    QDeadlineTimer deadline(5000);
+    while (processExists(first) && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    EXPECT_FALSE(processExists(first));
+}
+
+struct BadCompilerCase {
+    const char* name;
+    const char* content; // nullptr: no file at all
+    bool executable;
+};
+class BadCompiler : public BuildPipeline, public ::testing::WithParamInterface<BadCompilerCase> {};
+
+TEST_P(BadCompiler, IsNamedInAMessageAndNothingElseHappens) {
+    const BadCompilerCase& c = GetParam();
+    const QString compiler = bundlePath() + "/Contents/MacOS/klvrcompiler";
+    if (c.content) {
+        writeFile(compiler, c.content);
+        if (c.executable)
+            QFile::setPermissions(compiler, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    Global& g = startWith("Shop", kFiles);
+    testPanels().clear();
+    g.global_run();
+    ASSERT_TRUE(waitForBuild());
+    ASSERT_EQ(testPanels().messages().size(), 1u);
+    EXPECT_EQ(testPanels().messages()[0].title, "The compiler could not be started.");
+    EXPECT_TRUE(testPanels().messages()[0].text.contains(compiler));
+    EXPECT_FALSE(statuses.contains("Done."));
+    EXPECT_FALSE(g.mycode->progress->isVisible());
+}
+INSTANTIATE_TEST_SUITE_P(Table, BadCompiler,
+                         ::testing::Values(BadCompilerCase{"Missing", nullptr, false},
+                                           BadCompilerCase{"NotExecutable", "#!/bin/sh\n", false},
+                                           BadCompilerCase{"NoProgram", "not a program\n", true}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(BuildPipeline, RunWhileTheProgramRunsEndsItBeforeTheNewBuild) {
+    installCompiler("n=$(basename \"$1\")\nd=\"$1/build/Release/$n.app/Contents/MacOS\"\nmkdir -p \"$d\"\n"
+                    "printf '#!/bin/sh\\necho started\\necho $$ >> \"%s/pids\"\\nexec sleep 60\\n' "
+                    "\"$(dirname \"$0\")\" > \"$d/$n\"\nchmod +x \"$d/$n\"\n");
+    Global& g = startWith("Shop", kFiles);
+    const QString pids = bundlePath() + "/Contents/MacOS/pids";
+    g.global_run();
+    ASSERT_TRUE(waitForBuild());
+    const qint64 first = waitForPid(pids);
+    EXPECT_TRUE(KLVR_KLTASK_ISRUNNING(g.go));
+    g.global_run();
+    ASSERT_TRUE(waitForBuild());
+    QDeadlineTimer deadline(10000);
+    while (readFile(pids).trimmed().split('\n').size() < 2 && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    const qint64 second = readFile(pids).trimmed().split('\n').last().toLongLong();
+    EXPECT_NE(first, second);
+    EXPECT_FALSE(processExists(first));
+    EXPECT_TRUE(processExists(second));
+    g.global_stop();
+    g.global_stop();
+    deadline = QDeadlineTimer(5000);
+    while (processExists(second) && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    EXPECT_FALSE(processExists(second));
+}
+
+TEST_F(BuildPipeline, ClosingTheWindowDuringABuildLeavesNoProcessBehind) {
+    installCompiler(kSlowCompiler);
+    Global& g = startWith("Shop", kFiles);
+    g.global_build();
+    const qint64 pid = waitForPid(pidFile());
+    g.mymainwindow->close();
+    EXPECT_FALSE(KLVR_NSTHREAD_ISEXECUTING(g.thBuild));
+    EXPECT_FALSE(processExists(pid));
+}
+
+TEST_F(BuildPipeline, GoStartsTheApplicationInTheProjectFolderOnly) {
+    installCompiler(kBuildingCompiler);
+    Global& g = startWith("Shop", kFiles);
+    g.global_go();
+    EXPECT_EQ(messageTitles(), QStringList{"There is no application to start."});
+    // A build writes its application under build/Release, which Go does not start.
+    g.global_build();
+    ASSERT_TRUE(waitForBuild());
+    testPanels().clear();
+    g.global_go();
+    EXPECT_EQ(messageTitles(), QStringList{"There is no application to start."});
+
+    installScript(project + "/Shop.app/Contents/MacOS/Shop", "echo from-go\n");
+    testPanels().clear();
+    statuses.clear();
+    g.global_go();
+    waitForApplication();
+    EXPECT_TRUE(testPanels().messages().empty());
+    EXPECT_EQ(statuses.first(), "Launching...");
+    // Go leaves the output where the last build sent it: after a build without a run,
+    // the compiler log.
+    EXPECT_TRUE(compilerLog().endsWith("Build succeeded\nfrom-go\n")) << compilerLog().toStdString();
+    EXPECT_TRUE(runLog().isEmpty());
+    ASSERT_TRUE(g.tLaunchStatus && g.tLaunchStatus->isActive());
+    EXPECT_EQ(g.tLaunchStatus->intervalSeconds(), 5.0);
+    g.ProjectStatusBar("Something");
+    g.clearLaunchStatus();
+    EXPECT_EQ(status(), "");
+}
+
+struct DeployCase {
+    const char* name;
+    bool desktop;
+    bool existing;
+    QStringList titles;
+    QString lastText;
+};
+class Deploying : public BuildPipeline, public ::testing::WithParamInterface<DeployCase> {};
+
+TEST_P(Deploying, CopiesToTheDesktopButNeverOverAnExistingApplication) {
+    const DeployCase& c = GetParam();
+    installCompiler(kBuildingCompiler);
+    Global& g = startWith("Shop", kFiles);
+    const QString desktop = KelvaroTestEnvironment::instance().home() + "/Desktop";
+    if (c.desktop)
+        QDir().mkpath(desktop);
+    if (c.existing)
+        writeFile(desktop + "/Shop.app/mine", "keep");
+    g.ReleaseUniversal();
+    EXPECT_EQ(messageTitles(), c.titles);
+    if (!c.lastText.isEmpty()) {
+        EXPECT_EQ(testPanels().messages().back().text, c.lastText);
+    }
+    if (c.existing) {
+        EXPECT_EQ(readFile(desktop + "/Shop.app/mine"), "keep");
+    }
+    EXPECT_EQ(QFile::exists(desktop + "/Shop.app/Contents/MacOS/Shop"), c.desktop && !c.existing);
+    EXPECT_EQ(statuses.last(), "Done.");
+}
+const QString kDeployed =
+    "Application has been created and will be copied to the Desktop and maybe moved to other locations.";
+INSTANTIATE_TEST_SUITE_P(
+    Table, Deploying,
+    ::testing::Values(
+        DeployCase{"ToAnEmptyDesktop", true, false, {"Deployment"}, kDeployed},
+        DeployCase{"OverAnExistingApplication", true, true, {"Deployment", "Deployment Error"}, ""},
+        DeployCase{"WithoutADesktop", false, false, {"Deployment", "Deployment Error"}, "Failed to copy application"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(BuildPipeline, ExistingDesktopApplicationIsNamedInTheMessage) {
+    installCompiler(kBuildingCompiler);
+    Global& g = startWith("Shop", kFiles);
+    const QString target = KelvaroTestEnvironment::instance().home() + "/Desktop/Shop.app";
+    QDir().mkpath(target);
+    g.ReleaseUniversal();
+    EXPECT_EQ(testPanels().messages().back().text,
+              "Application has not been copied to\n\n" + target + "\n\nbecause there is already an existing app");
+}
+
+TEST_F(BuildPipeline, BuildWhileDeployWaitsEndsTheDeployWithoutCopying) {
+    installCompiler("case \"$2\" in -Deploy) " + kSlowCompiler + ";; esac\necho built\n");
+    Global& g = startWith("Shop", kFiles);
+    QDir().mkpath(KelvaroTestEnvironment::instance().home() + "/Desktop");
+    // The deploy's wait keeps serving the main thread: a build asked for meanwhile runs.
+    QTimer poll;
+    poll.setInterval(5);
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        if (QFile::exists(pidFile())) {
+            poll.stop();
+            g.global_build();
+        }
+    });
+    poll.start();
+    g.ReleaseUniversal();
+    ASSERT_TRUE(waitForBuild());
+    const qint64 pid = readFile(pidFile()).trimmed().toLongLong();
+    EXPECT_FALSE(processExists(pid));
+    EXPECT_FALSE(messageTitles().contains("Deployment"));
+    EXPECT_EQ(compilerLog(), "built\n");
+}
+
+TEST_F(BuildPipeline, BreakpointDebuggerAndPanelSwitches) {
+    Global& g = startWith("Shop", kFiles);
+    KLVR_KLTEXTVIEW_GOTOLINE(g.mytextview(), 2);
+    g.Breakpoint();
+    EXPECT_EQ(g.mytextview()->breakpointLines(), QList<qint64>{2});
+    g.global_breakpoint();
+    EXPECT_TRUE(g.mytextview()->breakpointLines().isEmpty());
+    g.StartDebug();
+    EXPECT_EQ(messageTitles(), QStringList{"Sorry. Not implemented yet."});
+    g.bSwitchDebug->click();
+    g.bSwitchObjC->click();
+    EXPECT_TRUE(g.DebugPanel->isVisible());
+    EXPECT_TRUE(g.ObjC->isVisible());
+    g.global_compilerlogpanel();
+    g.global_runlogpanel();
+    EXPECT_TRUE(g.compilerLogPanel->isVisible());
+    EXPECT_TRUE(g.runLogPanel->isVisible());
+}
+
+TEST_F(BuildPipeline, ToolbarButtonsAndShortcutsStartAndStopBuilds) {
+    installCompiler(kSlowCompiler);
+    Global& g = startWith("Shop", kFiles);
+    g.mymainwindow->show();
+    g.mymainwindow->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(g.mymainwindow));
+    g.mymainwindow->findChild<QToolButton*>("b_build")->click();
+    const qint64 pid = waitForPid(pidFile());
+    EXPECT_TRUE(KLVR_NSTHREAD_ISEXECUTING(g.thBuild));
+    // Build and Run stay enabled during a build.
+    EXPECT_TRUE(g.mymainwindow->findChild<QToolButton*>("b_build")->isEnabled());
+    EXPECT_TRUE(g.mymainwindow->findChild<QToolButton*>("b_run")->isEnabled());
+    QTest::keySequence(g.mymainwindow, QKeySequence(Qt::CTRL | Qt::Key_Period));
+    ASSERT_TRUE(waitForBuild());
+    EXPECT_EQ(status(), "Cancelled.");
+    EXPECT_FALSE(processExists(pid));
+    QFile::remove(pidFile());
+    QTest::keySequence(g.mymainwindow, QKeySequence(Qt::CTRL | Qt::Key_R));
+    EXPECT_GT(waitForPid(pidFile()), 0);
+    EXPECT_TRUE(g.bAndRun);
+    g.mymainwindow->findChild<QToolButton*>("b_stop")->click();
+    ASSERT_TRUE(waitForBuild());
+    EXPECT_EQ(status(), "Stopped.");
+    QFile::remove(pidFile());
+    QTest::keySequence(g.mymainwindow, QKeySequence(Qt::CTRL | Qt::Key_B));
+    EXPECT_GT(waitForPid(pidFile()), 0);
+    EXPECT_FALSE(g.bAndRun);
+    g.global_stop();
+    ASSERT_TRUE(waitForBuild());
+}
+} // namespace
