@@ -1,10 +1,10 @@
 #include "buildrun/batch_build.h"
 
 #include "buildrun/compiler_output.h"
+#include "buildrun/log_view.h"
 #include "frame/global.h"
 
 #include <QEventLoop>
-#include <QPlainTextEdit>
 #include <cstdio>
 
 namespace {

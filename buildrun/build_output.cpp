@@ -4,7 +4,7 @@ bool BuildOutput::push(bool isError, bool fromApplication, const QByteArray& byt
     QMutexLocker lock(&mutex_);
     if (fromApplication && !chunks_.empty()) {
         Chunk& last = chunks_.back();
-        if (last.fromApplication && last.isError == isError && last.bytes.size() + bytes.size() <= kSliceBytes) {
+        if (last.fromApplication && last.isError == isError && last.bytes.size() + bytes.size() <= kChunkBytes) {
             last.bytes += bytes;
             pendingBytes_ += bytes.size();
             *sequence = pushed_;

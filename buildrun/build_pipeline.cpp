@@ -305,5 +305,5 @@ void Global::destroyBuildAndRunInterface() {
     delete ObjC;
 }
 
-QPlainTextEdit* Global::tvCompilerlog() const { return compilerLogPanel->view(); }
-QPlainTextEdit* Global::tvRunlog() const { return runLogPanel->view(); }
+LogView* Global::tvCompilerlog() const { return compilerLogPanel->view(); }
+LogView* Global::tvRunlog() const { return runLogPanel->view(); }

@@ -6,7 +6,7 @@
 #include "buildrun/log_panel.h"
 #include "frame/global.h"
 
-#include <QTimer>
+#include <QElapsedTimer>
 
 void Global::stopRunningTask() {
     KLVR_TRACE("stopRunningTask");
@@ -51,10 +51,11 @@ void Global::go_stdout(const Value& chunk) { deliver(this, output_.get(), false,
 
 void Global::go_stderr(const Value& chunk) { deliver(this, output_.get(), true, chunk); }
 
-// Handles queued output on the main thread, at most one slice of application output
-// at a time unless `everything`; asks for the next slice when some is left.
+// Handles queued output on the main thread: everything, or application output for one
+// slice of time, then asks for the next slice when some is left.
 static void drain(Global* global, BuildOutput* output, bool everything) {
-    qsizetype done = 0;
+    QElapsedTimer clock;
+    clock.start();
     BuildOutput::Chunk chunk;
     while (output->take(&chunk)) {
         const QString text = QString::fromUtf8(chunk.bytes);
@@ -63,8 +64,7 @@ static void drain(Global* global, BuildOutput* output, bool everything) {
         else
             global->go_stdoutGUI(text);
         output->handled();
-        done += chunk.bytes.size();
-        if (!everything && chunk.fromApplication && done >= BuildOutput::kSliceBytes) {
+        if (!everything && chunk.fromApplication && clock.nsecsElapsed() >= BuildOutput::kSliceNanoseconds) {
             QMetaObject::invokeMethod(global, "flushOutputSlice", Qt::QueuedConnection);
             return;
         }

@@ -18,7 +18,7 @@ class BuildOutput;
 class code;
 class KLTextView;
 class LogPanel;
-class QPlainTextEdit;
+class LogView;
 class mainwindow;
 class parser;
 class QComboBox;
@@ -124,8 +124,8 @@ public:
     QPointer<LogPanel> runLogPanel;      // the running application's output
     QPointer<QWidget> DebugPanel;
     QPointer<QWidget> ObjC;
-    QPlainTextEdit* tvCompilerlog() const;
-    QPlainTextEdit* tvRunlog() const;
+    LogView* tvCompilerlog() const;
+    LogView* tvRunlog() const;
     Q_INVOKABLE void Build(const Value& sender = Value());
     Q_INVOKABLE void Make(const Value& sender = Value());
     Q_INVOKABLE void Run(const Value& sender = Value());

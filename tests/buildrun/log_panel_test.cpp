@@ -3,9 +3,10 @@
 #include "buildrun/log_panel.h"
 
 #include <QLabel>
-#include <QPlainTextEdit>
+#include <QApplication>
+#include <QClipboard>
+#include <QTest>
 #include <QScrollBar>
-#include <QTextBlock>
 #include <gtest/gtest.h>
 
 namespace {
@@ -35,7 +36,7 @@ TEST(LogPanel, KeepsTheLastLinesAndSaysAtItsTopThatEarlierOnesWereDropped) {
     EXPECT_TRUE(log.findChild<QLabel*>("runLogPanelNote")->isHidden());
 }
 
-QString firstShownLine(const LogPanel& log) { return log.view()->cursorForPosition(QPoint(2, 2)).block().text(); }
+QString firstShownLine(const LogPanel& log) { return log.view()->line(log.view()->firstVisibleLine()); }
 
 TEST(LogPanel, FollowsOutputAtTheBottomAndStaysPutWhenScrolledUp) {
     LogPanel log("Run Log", "runLogPanel", 1000);
@@ -54,6 +55,25 @@ TEST(LogPanel, FollowsOutputAtTheBottomAndStaysPutWhenScrolledUp) {
     log.append(lines(501, 1100));
     EXPECT_EQ(firstShownLine(log), firstShown);
     EXPECT_LT(bar->value(), bar->maximum());
-    EXPECT_EQ(log.view()->font().fixedPitch() || QFontInfo(log.view()->font()).fixedPitch(), true);
+    EXPECT_TRUE(QFontInfo(log.view()->font()).fixedPitch());
+}
+
+TEST(LogPanel, WholeLinesAreSelectedAndCopied) {
+    LogPanel log("Compiler Window", "compilerLogPanel", 100);
+    log.resize(400, 300);
+    log.show();
+    log.append("first\nsecond\nthird");
+    EXPECT_EQ(log.view()->lineCount(), 3);
+    LogView* view = log.view();
+    const int height = view->fontMetrics().lineSpacing();
+    QTest::mousePress(view->viewport(), Qt::LeftButton, {}, QPoint(5, height + 2));
+    QTest::mouseMove(view->viewport(), QPoint(5, 2 * height + 2));
+    EXPECT_EQ(view->selectedText(), "second\nthird\n");
+    view->copy();
+    EXPECT_EQ(QApplication::clipboard()->text(), "second\nthird\n");
+    view->selectAll();
+    EXPECT_EQ(view->selectedText(), "first\nsecond\nthird\n");
+    log.clear();
+    EXPECT_EQ(view->selectedText(), "");
 }
 } // namespace
