@@ -10,6 +10,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <functional>
 
 // Readable failures.
 inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
@@ -49,11 +50,9 @@ protected:
     }
     // Waits until no build thread runs; false when that took a minute.
     bool waitForBuild() {
-        QDeadlineTimer deadline(60000);
-        while (KLVR_NSTHREAD_ISEXECUTING(global->thBuild) && !deadline.hasExpired())
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        const bool ended = waitUntil([this] { return !KLVR_NSTHREAD_ISEXECUTING(global->thBuild); }, 60);
         global->flushOutput();
-        return !KLVR_NSTHREAD_ISEXECUTING(global->thBuild);
+        return ended;
     }
     // Waits for the launched application to end and its output to be shown.
     void waitForApplication() {
@@ -69,6 +68,13 @@ protected:
         for (const auto& shown : testPanels().messages())
             titles << shown.title;
         return titles;
+    }
+    // Runs the event loop until `done` holds; false when that took `seconds`.
+    static bool waitUntil(const std::function<bool()>& done, int seconds = 20) {
+        QDeadlineTimer deadline(seconds * 1000);
+        while (!done() && !deadline.hasExpired())
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        return done();
     }
     // Whether a process of that id still exists (a reaped child leaves no entry).
     static bool processExists(qint64 pid) {

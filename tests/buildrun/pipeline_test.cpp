@@ -30,9 +30,7 @@ class BuildPipeline : public BuildFixture {
 protected:
     // Waits until the stand-in wrote its process id (bounded), and returns it.
     qint64 waitForPid(const QString& file) {
-        QDeadlineTimer deadline(20000);
-        while (readFile(file).trimmed().isEmpty() && !deadline.hasExpired())
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        waitUntil([&] { return !readFile(file).trimmed().isEmpty(); });
         return readFile(file).trimmed().toLongLong();
     }
     QString pidFile() const { return bundlePath() + "/Contents/MacOS/pid"; }
@@ -220,10 +218,7 @@ TEST_P(StoppingABuild, EndsTheCompilerAndSaysSo) {
     g.global_stop(); // twice is harmless
     ASSERT_TRUE(waitForBuild());
     EXPECT_EQ(status(), GetParam().status);
-    QDeadlineTimer deadline(5000);
-    while (processExists(pid) && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-    EXPECT_FALSE(processExists(pid));
+    EXPECT_TRUE(waitUntil([&] { return !processExists(pid); }, 5));
     EXPECT_FALSE(statuses.contains("Done."));
 }
 INSTANTIATE_TEST_SUITE_P(Table, StoppingABuild,
@@ -241,10 +236,7 @@ TEST_F(BuildPipeline, BuildingAgainDuringABuildCancelsTheFirstAndFinishesTheSeco
         EXPECT_FALSE(KLVR_NSTHREAD_ISEXECUTING(t));
     EXPECT_EQ(status(), "Done.");
     EXPECT_EQ(compilerLog(), "second\n");
-    QDeadlineTimer deadline(5000);
-    while (processExists(first) && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-    EXPECT_FALSE(processExists(first));
+    EXPECT_TRUE(waitUntil([&] { return !processExists(first); }, 5));
 }
 
 struct BadCompilerCase {
@@ -289,20 +281,17 @@ TEST_F(BuildPipeline, RunWhileTheProgramRunsEndsItBeforeTheNewBuild) {
     const qint64 first = waitForPid(pids);
     EXPECT_TRUE(KLVR_KLTASK_ISRUNNING(g.go));
     g.global_run();
+    // The run log keeps the old run's text until the new program is launched.
+    EXPECT_EQ(runLog(), "started\n");
     ASSERT_TRUE(waitForBuild());
-    QDeadlineTimer deadline(10000);
-    while (readFile(pids).trimmed().split('\n').size() < 2 && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    waitUntil([&] { return readFile(pids).trimmed().split('\n').size() >= 2; });
     const qint64 second = readFile(pids).trimmed().split('\n').last().toLongLong();
     EXPECT_NE(first, second);
     EXPECT_FALSE(processExists(first));
     EXPECT_TRUE(processExists(second));
     g.global_stop();
     g.global_stop();
-    deadline = QDeadlineTimer(5000);
-    while (processExists(second) && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-    EXPECT_FALSE(processExists(second));
+    EXPECT_TRUE(waitUntil([&] { return !processExists(second); }, 5));
 }
 
 TEST_F(BuildPipeline, ClosingTheWindowDuringABuildLeavesNoProcessBehind) {
