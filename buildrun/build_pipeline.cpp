@@ -109,12 +109,18 @@ bool Global::Build2(const QString& configuration, int* compilerExitStatus) {
     const QStringList arguments{project, QStringLiteral("-") + configuration};
     KLTaskRun run;
     bool startable = QFileInfo(compiler).isExecutable();
+    int exitStatus = -1;
     if (startable && klvrIsMainThread()) {
-        go = KLVR_KLTASK_INIT(this, QStringLiteral("go"));
-        KLVR_KLTASK_PATH(go, compiler);
-        KLVR_KLTASK_ARGUMENTS(go, arguments);
-        KLVR_KLTASK_STARTANDWAIT(go, false);
-        run = go->lastRun();
+        // The wait serves the main thread, where a build asked for meanwhile may stop this
+        // compiler and replace `go`: the task is only looked at while it is still there.
+        QPointer<KLTask> task = go = KLVR_KLTASK_INIT(this, QStringLiteral("go"));
+        KLVR_KLTASK_PATH(task, compiler);
+        KLVR_KLTASK_ARGUMENTS(task, arguments);
+        KLVR_KLTASK_STARTANDWAIT(task, false);
+        if (task) {
+            startable = !task->failedToStart();
+            exitStatus = task->exitStatus();
+        }
     } else if (startable) {
         onMainThread(this, [&] {
             go = KLVR_KLTASK_INIT(this, QStringLiteral("go"));
@@ -124,10 +130,11 @@ bool Global::Build2(const QString& configuration, int* compilerExitStatus) {
             run = go->lastRun();
         });
         run.wait();
+        startable = !run.failedToStart();
+        exitStatus = run.exitStatus();
     }
-    startable = startable && !run.failedToStart();
     if (compilerExitStatus)
-        *compilerExitStatus = run.exitStatus();
+        *compilerExitStatus = exitStatus;
 
     KLVR_STEP("Build2");
     bool result = false;

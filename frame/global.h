@@ -12,6 +12,7 @@
 #include <QMenuBar>
 #include <QPointer>
 #include <QWidget>
+#include <atomic>
 #include <memory>
 
 class BuildOutput;
@@ -43,10 +44,10 @@ public:
     QPointer<QComboBox> pubEvent;   // event selector of the toolbar
     QPointer<QPushButton> bSwitchObjC;
     QPointer<QPushButton> bSwitchDebug;
-    bool bIgnoreStdErr = false;
+    std::atomic<bool> bIgnoreStdErr = false; // also read on the task's reading thread
     bool xcodeprojUnderWay = false; // started by startXcodeprojIfMissing, not yet waited for
     bool bCompilerError = false;
-    bool bIsLaunchingApp = false;
+    std::atomic<bool> bIsLaunchingApp = false; // also read on the task's reading thread
     bool bMakeOnly = false;
     bool bMake2Only = false;
     bool bBlockLastPosition = false;

@@ -280,6 +280,7 @@ TEST_F(BuildPipeline, RunWhileTheProgramRunsEndsItBeforeTheNewBuild) {
     ASSERT_TRUE(waitForBuild());
     const qint64 first = waitForPid(pids);
     EXPECT_TRUE(KLVR_KLTASK_ISRUNNING(g.go));
+    ASSERT_TRUE(waitUntil([&] { return runLog() == "started\n"; }));
     g.global_run();
     // The run log keeps the old run's text until the new program is launched.
     EXPECT_EQ(runLog(), "started\n");
