@@ -44,7 +44,14 @@ protected:
         Global& g = start();
         project = makeProject(name, files);
         g.ProjectOpen(project);
-        QObject::connect(&g, &Global::statusShown, &g, [this](const QString& text) { statuses << text; });
+        // Direct, so that a status shown from another thread would be caught.
+        QObject::connect(
+            &g, &Global::statusShown, &g,
+            [this](const QString& text) {
+                statusesOnMainThread = statusesOnMainThread && klvrIsMainThread();
+                statuses << text;
+            },
+            Qt::DirectConnection);
         testPanels().clear();
         return g;
     }
@@ -84,4 +91,5 @@ protected:
 
     QString project;
     QStringList statuses;
+    bool statusesOnMainThread = true;
 };

@@ -69,6 +69,7 @@ TEST_F(BuildPipeline, BuildShowsItsStepsInOrderAndOpensTheProjectAfterwards) {
     EXPECT_EQ(testLauncher().launches()[0].document, project + "/Shop.xcodeproj");
     EXPECT_FALSE(testLauncher().launches()[0].flag);
     EXPECT_TRUE(runLog().isEmpty());
+    EXPECT_TRUE(statusesOnMainThread);
 }
 
 TEST_F(BuildPipeline, RunLaunchesTheBuiltProgramWhoseBothStreamsReachTheRunLog) {
@@ -419,10 +420,20 @@ TEST_F(BuildPipeline, BreakpointDebuggerAndPanelSwitches) {
     g.bSwitchObjC->click();
     EXPECT_TRUE(g.DebugPanel->isVisible());
     EXPECT_TRUE(g.ObjC->isVisible());
+    g.mymainwindow->show();
     g.global_compilerlogpanel();
-    g.global_runlogpanel();
+    g.mymainwindow->findChild<QToolButton*>("b_log")->click();
     EXPECT_TRUE(g.compilerLogPanel->isVisible());
     EXPECT_TRUE(g.runLogPanel->isVisible());
+    // Both logs are panels docked at the bottom of the main window.
+    EXPECT_EQ(g.mymainwindow->dockWidgetArea(g.compilerLogPanel), Qt::BottomDockWidgetArea);
+    EXPECT_EQ(g.mymainwindow->dockWidgetArea(g.runLogPanel), Qt::BottomDockWidgetArea);
+    // Opening a project empties both.
+    g.compilerLogPanel->append("old\n");
+    g.runLogPanel->append("old\n");
+    g.ProjectOpen(project);
+    EXPECT_TRUE(compilerLog().isEmpty());
+    EXPECT_TRUE(runLog().isEmpty());
 }
 
 TEST_F(BuildPipeline, ToolbarButtonsAndShortcutsStartAndStopBuilds) {
@@ -431,25 +442,27 @@ TEST_F(BuildPipeline, ToolbarButtonsAndShortcutsStartAndStopBuilds) {
     g.mymainwindow->show();
     g.mymainwindow->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(g.mymainwindow));
+    // The keys work while the editor has the focus.
+    g.mytextview()->setFocus();
     g.mymainwindow->findChild<QToolButton*>("b_build")->click();
     const qint64 pid = waitForPid(pidFile());
     EXPECT_TRUE(KLVR_NSTHREAD_ISEXECUTING(g.thBuild));
     // Build and Run stay enabled during a build.
     EXPECT_TRUE(g.mymainwindow->findChild<QToolButton*>("b_build")->isEnabled());
     EXPECT_TRUE(g.mymainwindow->findChild<QToolButton*>("b_run")->isEnabled());
-    QTest::keySequence(g.mymainwindow, QKeySequence(Qt::CTRL | Qt::Key_Period));
+    QTest::keySequence(g.mytextview(), QKeySequence(Qt::CTRL | Qt::Key_Period));
     ASSERT_TRUE(waitForBuild());
     EXPECT_EQ(status(), "Cancelled.");
     EXPECT_FALSE(processExists(pid));
     QFile::remove(pidFile());
-    QTest::keySequence(g.mymainwindow, QKeySequence(Qt::CTRL | Qt::Key_R));
+    QTest::keySequence(g.mytextview(), QKeySequence(Qt::CTRL | Qt::Key_R));
     EXPECT_GT(waitForPid(pidFile()), 0);
     EXPECT_TRUE(g.bAndRun);
     g.mymainwindow->findChild<QToolButton*>("b_stop")->click();
     ASSERT_TRUE(waitForBuild());
     EXPECT_EQ(status(), "Stopped.");
     QFile::remove(pidFile());
-    QTest::keySequence(g.mymainwindow, QKeySequence(Qt::CTRL | Qt::Key_B));
+    QTest::keySequence(g.mytextview(), QKeySequence(Qt::CTRL | Qt::Key_B));
     EXPECT_GT(waitForPid(pidFile()), 0);
     EXPECT_FALSE(g.bAndRun);
     g.global_stop();
