@@ -93,9 +93,10 @@ bool Global::Build2(const QString& configuration, int* compilerExitStatus) {
             return;
         project = ProjectPath;
         saveBeforeBuild();
+        // A running program is ended before the routing of output changes.
+        stopRunningTask();
         bCompilerError = false;
         bIsLaunchingApp = false;
-        stopRunningTask();
         mycode->progress->show();
         compilerLogPanel->clear();
         global_compilerlogpanel();

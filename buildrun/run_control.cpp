@@ -11,6 +11,9 @@
 void Global::stopRunningTask() {
     KLVR_TRACE("stopRunningTask");
     if (go) {
+        // What the ended process still writes belongs to no log: the next build may
+        // already route output elsewhere.
+        go->discardOutput();
         if (KLVR_KLTASK_ISRUNNING(go))
             KLVR_KLTASK_STOP(go);
         // The task ends its process and reading thread on its own; deleting it later
@@ -59,7 +62,11 @@ static void drain(Global* global, BuildOutput* output, bool everything) {
     BuildOutput::Chunk chunk;
     while (output->take(&chunk)) {
         const QString text = QString::fromUtf8(chunk.bytes);
-        if (chunk.isError)
+        // The running program's output goes to the run log even when a new build has
+        // changed the routing since it was read.
+        if (chunk.fromApplication)
+            global->runLogPanel->append(text);
+        else if (chunk.isError)
             global->go_stderrGUI(text);
         else
             global->go_stdoutGUI(text);

@@ -196,6 +196,11 @@ void KLTask::stop() {
     QMetaObject::invokeMethod(worker_, [w = worker_] { w->stop(); }, Qt::QueuedConnection);
 }
 
+void KLTask::discardOutput() {
+    if (channel_)
+        channel_->discard = true;
+}
+
 KLTask* KLVR_KLTASK_INIT(QObject* owner, const QString& name) { return new KLTask(owner, name); }
 QString KLVR_KLTASK_PATH(KLTask* task) { return task ? task->path : QString(); }
 void KLVR_KLTASK_PATH(KLTask* task, const QString& path) { task->path = path; }

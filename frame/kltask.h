@@ -50,6 +50,8 @@ public:
     void waitUntilEnded();
     // Terminates the process (and kills it if it ignores the request).
     void stop();
+    // Output of the last run that is read from now on is dropped.
+    void discardOutput();
     // The exit status of the last run; -1 when it could not start or crashed.
     int exitStatus() const;
     bool failedToStart() const;
