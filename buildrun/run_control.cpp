@@ -31,8 +31,8 @@ void Global::global_stop() {
     stopRunningTask();
 }
 
-// Reading thread. bIgnoreStdErr and bIsLaunchingApp are read without a lock: they are
-// set on the main thread before the task that they concern starts.
+// Reading thread. bIgnoreStdErr and bIsLaunchingApp are set on the main thread before
+// the task that they concern starts; a chunk keeps the routing it was read under.
 static void deliver(Global* global, BuildOutput* output, bool isError, const Value& chunk) {
     if (global->bIgnoreStdErr || chunk.isNil())
         return;

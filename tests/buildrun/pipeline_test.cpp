@@ -23,6 +23,8 @@ const QByteArray kBuildingCompiler =
     "chmod +x \"$1/build/Release/$n.app/Contents/MacOS/$n\"\n"
     "echo 'Build succeeded'\n";
 
+const QString kInternal = "Internal Error -> Objective-C compiler failure. Please report back to us.";
+
 // A compiler that writes its process id and then runs until it is stopped.
 const QByteArray kSlowCompiler = "echo $$ > \"$(dirname \"$0\")/pid\"\nexec sleep 60\n";
 
@@ -132,7 +134,6 @@ TEST_P(CompilerOutput, IsRecognisedAndNavigatedTo) {
     EXPECT_FALSE(compilerLog().contains("Kelvaro:")) << "standard error stays out of the compiler log";
 }
 
-const QString kInternal = "Internal Error -> Objective-C compiler failure. Please report back to us.";
 const OutputCase kOutputs[] = {
     {"ErrorInAProjectFile", "", "Kelvaro: Syntax error in line 3 in file b.NSObject.klvr\n",
      {"Syntax error in line 3 in file b.NSObject.klvr"}, "b.NSObject.klvr", 3},
@@ -151,8 +152,10 @@ INSTANTIATE_TEST_SUITE_P(Table, CompilerOutput, ::testing::ValuesIn(kOutputs),
 TEST_F(BuildPipeline, AnErrorOpensTheFileAtItsLineAndLastErrorReturnsThere) {
     installCompiler("echo 'Kelvaro: Syntax error in line 3 in file b.NSObject.klvr' >&2\nexit 1\n");
     Global& g = startWith("Shop", kFiles);
+    g.bIBDelayedShow = true; // the interface designer was brought forward
     g.global_build();
     ASSERT_TRUE(waitForBuild());
+    EXPECT_FALSE(g.bIBDelayedShow);
     EXPECT_EQ(g.ProjectCurrentFilename(), project + "/b.NSObject.klvr");
     EXPECT_EQ(KLVR_KLTEXTVIEW_LINE(g.mytextview()), 3);
     EXPECT_EQ(g.mytextview()->SendScintilla(QsciScintillaBase::SCI_GETCURRENTPOS),
@@ -184,6 +187,15 @@ TEST_F(BuildPipeline, LastErrorDoesNothingAfterAnInternalFailure) {
     g.global_lasterror();
     EXPECT_EQ(g.ProjectCurrentFilename(), project + "/b.NSObject.klvr");
     EXPECT_TRUE(statuses.isEmpty());
+}
+
+TEST_F(BuildPipeline, AnInternalFailureWithoutTextSaysNilFirst) {
+    Global& g = startWith("Shop", kFiles);
+    g.ShowInternalError(Value());
+    EXPECT_EQ(messageTitles(), (QStringList{"Nil", kInternal}));
+    EXPECT_EQ(testPanels().messages()[1].text, "Please send us the log from the Compiler Window.");
+    EXPECT_EQ(g.sLastErrorFile, "");
+    EXPECT_EQ(g.nLastErrorLine, 0);
 }
 
 TEST_F(BuildPipeline, IgnoredOutputReachesNeitherLog) {
@@ -289,7 +301,7 @@ TEST_F(BuildPipeline, RunWhileTheProgramRunsEndsItBeforeTheNewBuild) {
     waitUntil([&] { return readFile(pids).trimmed().split('\n').size() >= 2; });
     const qint64 second = readFile(pids).trimmed().split('\n').last().toLongLong();
     EXPECT_NE(first, second);
-    EXPECT_FALSE(processExists(first));
+    EXPECT_TRUE(waitUntil([&] { return !processExists(first); }, 5));
     EXPECT_TRUE(processExists(second));
     g.global_stop();
     g.global_stop();
@@ -402,7 +414,7 @@ TEST_F(BuildPipeline, BuildWhileDeployWaitsEndsTheDeployWithoutCopying) {
     g.ReleaseUniversal();
     ASSERT_TRUE(waitForBuild());
     const qint64 pid = readFile(pidFile()).trimmed().toLongLong();
-    EXPECT_FALSE(processExists(pid));
+    EXPECT_TRUE(waitUntil([&] { return !processExists(pid); }, 5));
     EXPECT_FALSE(messageTitles().contains("Deployment"));
     EXPECT_EQ(compilerLog(), "built\n");
 }
@@ -453,7 +465,7 @@ TEST_F(BuildPipeline, ToolbarButtonsAndShortcutsStartAndStopBuilds) {
     QTest::keySequence(g.mytextview(), QKeySequence(Qt::CTRL | Qt::Key_Period));
     ASSERT_TRUE(waitForBuild());
     EXPECT_EQ(status(), "Cancelled.");
-    EXPECT_FALSE(processExists(pid));
+    EXPECT_TRUE(waitUntil([&] { return !processExists(pid); }, 5));
     QFile::remove(pidFile());
     QTest::keySequence(g.mytextview(), QKeySequence(Qt::CTRL | Qt::Key_R));
     EXPECT_GT(waitForPid(pidFile()), 0);
