@@ -1,7 +1,7 @@
 #include "buildrun/batch_build.h"
 
 #include "buildrun/compiler_output.h"
-#include "buildrun/log_view.h"
+#include "buildrun/log_panel.h"
 #include "frame/global.h"
 
 #include <QEventLoop>
@@ -54,8 +54,11 @@ int runBatchBuild(Global* global, bool run) {
                   .arg(global->sLastErrorFile)
                   .arg(global->nLastErrorLine)
                   .arg(cutErrorText(global->sLastErrorText).message));
-    if (run)
+    if (run) {
+        if (global->runLogPanel->droppedLines() > 0)
+            print(global->runLogPanel->droppedNote() + QLatin1Char('\n'));
         printLog(global->tvRunlog()->toPlainText());
+    }
     const bool built = done && !global->bCompilerError;
     const bool ran = !run || (launched && global->lastRunExitStatus() == 0);
     return built && ran ? 0 : 1;
