@@ -2,6 +2,7 @@
 // welcome window): what the main interface description holds.
 #include "frame/global.h"
 
+#include "buildrun/build_output.h"
 #include "editor/code.h"
 #include "insight/parser.h"
 #include "frame/mainwindow.h"
@@ -14,6 +15,7 @@ Global::Global() { Init(); }
 
 Global::~Global() {
     klvr_frame::forget<Global>(this);
+    destroyBuildAndRunInterface();
     delete go;
     if (mymainwindow) {
         if (menuBar_ && menuBar_->parent() == mymainwindow)
@@ -58,7 +60,7 @@ void Global::Init() {
     sLastErrorText.clear();
     sLastErrorFile.clear();
     nLastErrorLine = 0;
-    thBuild = KLVR_NSTHREAD_INIT(this, QStringLiteral("thBuild"));
+    thBuild = KLVR_NSTHREAD_INIT(this, QStringLiteral("thBuildBody"));
     bAndRun = false;
     projectFiles.clear();
     ProjectPath.clear();
@@ -81,6 +83,7 @@ void Global::createMainInterface() {
     mycode = code::sharedcode();
     mycode->awakeFromNib();
     mycodeview = mycode->codeView();
+    createBuildAndRunInterface();
     connect(pubProject, &QComboBox::activated, this, [this](int index) {
         pubProjectChosen(pubProject->itemText(index));
     });

@@ -14,11 +14,16 @@
 #include <QPointer>
 #include <QSet>
 #include <QWidget>
+#include <atomic>
+#include <memory>
 
+class BuildOutput;
 class code;
 class KLTextView;
 class QFileSystemWatcher;
 class RecoveryJournal;
+class LogPanel;
+class LogView;
 class mainwindow;
 class parser;
 class QComboBox;
@@ -43,10 +48,10 @@ public:
     QPointer<QComboBox> pubEvent;   // event selector of the toolbar
     QPointer<QPushButton> bSwitchObjC;
     QPointer<QPushButton> bSwitchDebug;
-    bool bIgnoreStdErr = false;
+    std::atomic<bool> bIgnoreStdErr = false; // also read on the task's reading thread
     bool xcodeprojUnderWay = false; // started by startXcodeprojIfMissing, not yet waited for
     bool bCompilerError = false;
-    bool bIsLaunchingApp = false;
+    std::atomic<bool> bIsLaunchingApp = false; // also read on the task's reading thread
     bool bMakeOnly = false;
     bool bMake2Only = false;
     bool bBlockLastPosition = false;
@@ -118,13 +123,76 @@ public:
     // Shows a text in the status line and lets it be drawn.
     void ProjectStatusBar(const QString& text);
 
-    // ---- Build and run (build/) ----
+    // ==== Build and run (buildrun/) ====
+    // -- build pipeline (buildrun/build_pipeline.cpp) --
+    QPointer<LogPanel> compilerLogPanel; // "Compiler Window", a dock of the main window
+    QPointer<LogPanel> runLogPanel;      // the running application's output
+    QPointer<QWidget> DebugPanel;
+    QPointer<QWidget> ObjC;
+    LogView* tvCompilerlog() const;
+    LogView* tvRunlog() const;
+    Q_INVOKABLE void Build(const Value& sender = Value());
+    Q_INVOKABLE void Make(const Value& sender = Value());
+    Q_INVOKABLE void Run(const Value& sender = Value());
+    Q_INVOKABLE void Go(const Value& sender = Value());
+    Q_INVOKABLE void Stop(const Value& sender = Value());
+    Q_INVOKABLE void Clean(const Value& sender = Value());
+    Q_INVOKABLE void ReleaseUniversal(const Value& sender = Value());
+    Q_INVOKABLE void StartDebug(const Value& sender = Value());
+    Q_INVOKABLE void Breakpoint(const Value& sender = Value());
+    Q_INVOKABLE void global_build();
+    Q_INVOKABLE void global_make();
+    Q_INVOKABLE void global_make2();
+    Q_INVOKABLE void global_run();
+    Q_INVOKABLE void global_go();
+    Q_INVOKABLE void global_debug();
+    Q_INVOKABLE void global_breakpoint();
+    Q_INVOKABLE void bSwitchDebugPressed();
+    Q_INVOKABLE void bSwitchObjCPressed();
+    // The build thread's body.
+    Q_INVOKABLE void thBuildBody();
+    // One build with the configuration ("Release", "Deploy"); false when none was made
+    // or it was stopped. The compiler's exit status goes to `compilerExitStatus`.
+    bool Build2(const QString& configuration, int* compilerExitStatus = nullptr);
+    void Launching();
+    KLTimerRef tLaunchStatus; // clears "Launching..." after Go
+    Q_INVOKABLE void clearLaunchStatus();
+    void ProjectCurrentCodeToggleBreakpoint();
+    // The compiler in the application folder.
+    static QString compilerPath();
+    // Cancels the build, ends the child process and waits until both are gone (closing).
+    void endBuildAndRun();
+    // -- child process and output routing (buildrun/run_control.cpp) --
     // Ends a running child process and clears the status line.
     Q_INVOKABLE void stopRunningTask();
     Q_INVOKABLE void global_stop();
     // Output of the child process `go`, delivered on its reading thread.
     Q_INVOKABLE void go_stdout(const Value& chunk);
     Q_INVOKABLE void go_stderr(const Value& chunk);
+    // The same output as text, on the main thread.
+    Q_INVOKABLE void go_stdoutGUI(const QString& text);
+    Q_INVOKABLE void go_stderrGUI(const QString& text);
+    // Handles, on the main thread, all output that was read so far.
+    Q_INVOKABLE void flushOutput();
+    Q_INVOKABLE void flushOutputSlice();
+    Q_INVOKABLE void clearLogs();
+    // -- error navigation (buildrun/error_navigation.cpp) --
+    void ShowError(const QString& text);
+    void ShowInternalError(const Value& text);
+    void ShowLastError(const QString& text, const QString& file, qint64 line);
+    Q_INVOKABLE void LastError(const Value& sender = Value());
+    Q_INVOKABLE void global_lasterror();
+    Q_INVOKABLE void CompilerLogPanel(const Value& sender = Value());
+    Q_INVOKABLE void global_compilerlogpanel();
+    Q_INVOKABLE void RunLogPanel(const Value& sender = Value());
+    Q_INVOKABLE void global_runlogpanel();
+    // The exit status of the last application run (-1 when none ended normally).
+    int lastRunExitStatus() const;
+signals:
+    // Every text shown in the status line, in order.
+    void statusShown(const QString& text);
+public:
+    // ==== end of Build and run ====
 
     // ---- Project opening (project/project_open.cpp) ----
     void makeSureXcodeprojIsThere();
@@ -234,6 +302,14 @@ private:
     QFileSystemWatcher* documentWatcher_ = nullptr;
     QSet<QString> pendingDiskChecks_;
     RecoveryJournal* journal_ = nullptr;
+    // Build and run: output read but not yet handled on the main thread.
+    std::unique_ptr<BuildOutput> output_;
+    void createBuildAndRunInterface();
+    void destroyBuildAndRunInterface();
+    void saveBeforeBuild();
+    void startBuildThread();
+    void startApplication(const QString& executable);
+    std::vector<KLThreadRef> earlierBuilds_; // replaced build threads that may still run
 };
 
 KLVR_DEFINE_CLASS_HELPERS(Global, GLOBAL)

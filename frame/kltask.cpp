@@ -110,6 +110,22 @@ bool KLTask::isRunning() const { return channel_ && channel_->running; }
 int KLTask::exitStatus() const { return channel_ ? channel_->exitStatus.load() : -1; }
 bool KLTask::failedToStart() const { return channel_ && channel_->failedToStart; }
 
+KLTaskRun KLTask::lastRun() const {
+    KLTaskRun run;
+    run.channel_ = channel_;
+    return run;
+}
+
+void KLTaskRun::wait() const {
+    if (!channel_)
+        return;
+    channel_->done.acquire();
+    channel_->done.release(); // another waiter may follow
+}
+
+int KLTaskRun::exitStatus() const { return channel_ ? channel_->exitStatus.load() : -1; }
+bool KLTaskRun::failedToStart() const { return channel_ && channel_->failedToStart; }
+
 void KLTask::retireWorker() {
     if (!thread_)
         return;
@@ -178,6 +194,11 @@ void KLTask::stop() {
     if (!isRunning() || !worker_)
         return;
     QMetaObject::invokeMethod(worker_, [w = worker_] { w->stop(); }, Qt::QueuedConnection);
+}
+
+void KLTask::discardOutput() {
+    if (channel_)
+        channel_->discard = true;
 }
 
 KLTask* KLVR_KLTASK_INIT(QObject* owner, const QString& name) { return new KLTask(owner, name); }

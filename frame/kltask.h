@@ -16,6 +16,20 @@ class QThread;
 class KLTaskWorker;
 struct KLTaskChannel;
 
+// One run of a task, to wait for from a thread other than the main thread; it stays
+// valid after the task object is gone.
+class KLTaskRun {
+public:
+    // Returns once the run has ended and all of its output was delivered.
+    void wait() const;
+    int exitStatus() const;
+    bool failedToStart() const;
+
+private:
+    friend class KLTask;
+    std::shared_ptr<KLTaskChannel> channel_;
+};
+
 class KLTask : public QObject {
     Q_OBJECT
 public:
@@ -36,9 +50,13 @@ public:
     void waitUntilEnded();
     // Terminates the process (and kills it if it ignores the request).
     void stop();
+    // Output of the last run that is read from now on is dropped.
+    void discardOutput();
     // The exit status of the last run; -1 when it could not start or crashed.
     int exitStatus() const;
     bool failedToStart() const;
+    // The run started last.
+    KLTaskRun lastRun() const;
 
 signals:
     // The last run ended (queued to the task's thread).

@@ -1,5 +1,6 @@
 #include "frame/klvr_application.h"
 
+#include "buildrun/batch_build.h"
 #include "frame/failure_report.h"
 #include "frame/global.h"
 #include "frame/panels.h"
@@ -58,7 +59,7 @@ public:
 } // namespace
 
 int KLVR_Application::runIde(const StartupOptions& options) {
-    if (!options.screenshotFile.isEmpty())
+    if (!options.screenshotFile.isEmpty() || !options.batch.isEmpty())
         installPanelService(std::make_shared<UnattendedPanels>());
     else if (typing_hook::requested())
         typing_hook::install();
@@ -73,6 +74,8 @@ int KLVR_Application::runIde(const StartupOptions& options) {
     }
     if (!options.screenshotFile.isEmpty())
         return writeScreenshotWhenIdle(global, options.screenshotFile);
+    if (!options.batch.isEmpty())
+        return runBatchBuild(global, options.batch == QLatin1String("run"));
     if (typing_hook::requested())
         typing_hook::start(global);
     return exec();

@@ -1,5 +1,6 @@
 #include "frame/mainwindow.h"
 
+#include "buildrun/log_panel.h"
 #include "editor/code.h"
 #include "frame/global.h"
 
@@ -73,6 +74,28 @@ void mainwindow::Init() {
     if (global->mycode)
         setCentralWidget(global->mycode);
     setProjectItemsVisible(false);
+
+    // The logs are panels at the bottom, shown when a build or the log button asks.
+    if (global->compilerLogPanel && global->runLogPanel) {
+        addDockWidget(Qt::BottomDockWidgetArea, global->compilerLogPanel);
+        addDockWidget(Qt::BottomDockWidgetArea, global->runLogPanel);
+        global->compilerLogPanel->hide();
+        global->runLogPanel->hide();
+    }
+    // Keyboard shortcuts of the build, run and stop buttons.
+    const std::tuple<const char*, QKeySequence, const char*> shortcuts[] = {
+        {"actionBuild", QKeySequence(Qt::CTRL | Qt::Key_B), "b_build"},
+        {"actionRun", QKeySequence(Qt::CTRL | Qt::Key_R), "b_run"},
+        {"actionStop", QKeySequence(Qt::CTRL | Qt::Key_Period), "b_stop"}};
+    for (const auto& [name, keys, operation] : shortcuts) {
+        auto* action = new QAction(this);
+        action->setObjectName(QLatin1String(name));
+        action->setShortcut(keys);
+        action->setShortcutContext(Qt::WindowShortcut);
+        const QString target = QLatin1String(operation);
+        connect(action, &QAction::triggered, this, [this, target] { klvrInvoke(this, target, Value()); });
+        addAction(action);
+    }
 }
 
 QWidget* mainwindow::fixedView(const QString& name, QWidget* content, int width) {
@@ -176,7 +199,8 @@ void mainwindow::boxedSearchFilePerform() { sendToGlobal("boxedSearchFile"); }
 
 void mainwindow::KLVR_WindowWillClose(const Value&) {
     KLVR_TRACE("WindowWillClose");
-    Global::sharedGlobal()->stopRunningTask();
+    // Ends the user's application and a build under way, and waits until they are gone.
+    Global::sharedGlobal()->endBuildAndRun();
     QApplication::quit();
 }
 

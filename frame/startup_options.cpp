@@ -14,6 +14,13 @@ StartupOptions StartupOptions::parse(const QStringList& arguments) {
                 return options;
             }
             options.screenshotFile = QFileInfo(arguments.at(++i)).absoluteFilePath();
+        } else if (a == QLatin1String("--build") || a == QLatin1String("--run")) {
+            if (i + 1 >= arguments.size() || !options.batch.isEmpty()) {
+                options.error = a + QStringLiteral(" needs one project folder");
+                return options;
+            }
+            options.batch = a.mid(2);
+            options.projectFolder = QDir::cleanPath(QFileInfo(arguments.at(++i)).absoluteFilePath());
         } else if (a.startsWith(QLatin1String("-platform")) || a == QLatin1String("-style")) {
             ++i; // Qt's own options and their values
         } else if (a.startsWith(QLatin1Char('-'))) {
@@ -34,6 +41,8 @@ int StartupOptions::printUsage(const QString& error) {
                  "kelvaro: %s\n"
                  "usage: kelvaro [PROJECT_FOLDER]\n"
                  "       kelvaro --screenshot FILE.png [PROJECT_FOLDER]\n"
+                 "       kelvaro --build PROJECT_FOLDER\n"
+                 "       kelvaro --run PROJECT_FOLDER\n"
                  "       kelvaro --scan FILE...\n"
                  "       kelvaro --tags FOLDER\n",
                  error.toLocal8Bit().constData());
@@ -41,9 +50,11 @@ int StartupOptions::printUsage(const QString& error) {
 }
 
 void StartupOptions::prepareEnvironment() const {
-    if (screenshotFile.isEmpty())
+    if (screenshotFile.isEmpty() && batch.isEmpty())
         return;
-    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
-        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    // A batch build never shows a window, also where there is a display.
+    const bool noDisplay = !batch.isEmpty() || (qEnvironmentVariableIsEmpty("DISPLAY") &&
+                                                qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"));
+    if (noDisplay && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 }

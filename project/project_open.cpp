@@ -159,6 +159,7 @@ void Global::OpenXcodeProject(const QString& folder, bool flag) {
 void Global::OpenXcodeProjectGUI(const Value&) { OpenXcodeProject(ProjectPath, false); }
 
 void Global::ProjectStatusBar(const QString& text) {
+    emit statusShown(text);
     if (!mycode || !mycode->statusbar)
         return;
     mycode->statusbar->setText(QStringLiteral(" ") + text);

@@ -10,6 +10,7 @@
 #include <QTest>
 #include <QThread>
 #include <atomic>
+#include <thread>
 #include <gtest/gtest.h>
 
 // Receives output as Global does: each chunk is handed to the main thread, waiting.
@@ -139,6 +140,25 @@ TEST(Tasks, AMissingProgramEndsTheWaitAndAReleasedTaskEndsItsProcess) {
     clock.start();
     go.reset(); // must neither block nor leave the process behind
     EXPECT_LT(clock.elapsed(), 1000);
+}
+
+TEST(Tasks, ARunIsWaitedForOnAnotherThreadAlsoAfterTheTaskIsGone) {
+    outputowner owner;
+    KLTask* go = KLVR_KLTASK_INIT(&owner, "go");
+    KLVR_KLTASK_PATH(go, KELVARO_CHILD_WRITER);
+    KLVR_KLTASK_ARGUMENTS(go, {"--sleep", "60"});
+    KLVR_KLTASK_STARTANDWAIT(go, true);
+    const KLTaskRun run = go->lastRun();
+    std::atomic<bool> ended{false};
+    std::thread waiter([&] {
+        run.wait();
+        ended = true;
+    });
+    delete go; // ends the process on its reading thread
+    waiter.join();
+    EXPECT_TRUE(ended);
+    EXPECT_EQ(run.exitStatus(), -1);
+    EXPECT_FALSE(run.failedToStart());
 }
 
 TEST(Tasks, ArgumentsArePassedAsTheyStand) {
