@@ -141,20 +141,20 @@ TEST(Toolchain, AFolderWithoutTheGlobalFileIsAnError) {
 
 TEST(Toolchain, VocabularyListsMakeLibraryNamesKnown) {
     QTemporaryDir tmp;
-    const QString project = makeProject(tmp, "P", "\nEvent AwakeFromNib()\n  Dim p As String = ReadString(\"x\")\nEnd Event\n");
+    const QString project = makeProject(tmp, "P", "\nEvent AwakeFromNib()\n  Dim p As String = Shell(\"x\")\nEnd Event\n");
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert("KELVARO_RESOURCES", tmp.path() + "/Resources");
     EXPECT_EQ(runTool(kToolsDir + "/klvrcompiler", {project, "-Release"}, env).err,
-              "Kelvaro: Unknown identifier ReadString in line 3 in file Global.NSObject.klvr\n");
+              "Kelvaro: Unknown identifier Shell in line 3 in file Global.NSObject.klvr\n");
     writeFile(tmp.path() + "/Resources/function.plist",
-              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>ReadString</key>"
-              "<string>ReadString(path As String)</string></dict></plist>\n");
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>Shell</key>"
+              "<string>Shell(command As String)</string></dict></plist>\n");
     const Result r = runTool(kToolsDir + "/klvrcompiler", {project, "-Release"}, env);
     EXPECT_EQ(r.exitCode, 0) << r.err.toStdString();
-    // The runner cannot read files: the application says so at the line that needs it.
+    // The runner does not start programs: the application says so at the line that needs it.
     const Result run = runTool(project + "/build/Release/P.app/Contents/MacOS/P", {});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.err, "Kelvaro: ReadString is not supported by the runner in line 3 in file Global.NSObject.klvr\n");
+    EXPECT_EQ(run.err, "Kelvaro: Shell is not supported by the runner in line 3 in file Global.NSObject.klvr\n");
 }
 
 TEST(Toolchain, CleanRemovesTheBuildFolderOnlyAlsoWithBlanksInThePath) {

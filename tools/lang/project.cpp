@@ -9,6 +9,8 @@
 #include <thread>
 #include <cstdio>
 #include <fstream>
+#include <functional>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace fs = std::filesystem;
@@ -77,33 +79,100 @@ std::optional<std::string> readSource(const fs::path& file, std::string& error) 
     return text;
 }
 
+namespace {
+
+// The lower-case class and superclass of a file named <Class>.<SuperClass>.klvr.
+std::string classOfFile(const std::string& name) { return lowerName(name.substr(0, name.find('.'))); }
+
+std::string superclassOfFile(const std::string& name) {
+    const std::size_t last = name.rfind('.');
+    if (last == std::string::npos || last == 0)
+        return std::string();
+    const std::size_t before = name.rfind('.', last - 1);
+    if (before == std::string::npos || before < name.find('.'))
+        return std::string();
+    return lowerName(name.substr(before + 1, last - before - 1));
+}
+
+// The sources of a project read into memory, with the shape of every class.
+struct LoadedProject {
+    std::vector<std::optional<std::string>> texts;
+    std::vector<std::string> readErrors;
+    std::unordered_set<std::string> classes;
+    std::unordered_map<std::string, ClassShape> shapes;
+    std::unordered_map<std::string, std::size_t> fileOfClass;
+    std::optional<Diagnostic> error;  // a class deriving from itself
+
+    const ClassShape* superclassOf(const std::string& fileName) const {
+        const std::string super = superclassOfFile(fileName);
+        if (super == classOfFile(fileName))
+            return nullptr;
+        const auto found = shapes.find(super);
+        return found == shapes.end() ? nullptr : &found->second;
+    }
+};
+
+LoadedProject loadProject(const fs::path& folder, const std::vector<std::string>& sources) {
+    LoadedProject project;
+    project.texts.resize(sources.size());
+    project.readErrors.resize(sources.size());
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        project.texts[i] = readSource(folder / sources[i], project.readErrors[i]);
+        const std::string cls = classOfFile(sources[i]);
+        project.classes.insert(cls);
+        project.fileOfClass.emplace(cls, i);
+    }
+    // A superclass's shape is made before its subclasses'.
+    std::vector<char> state(sources.size(), 0);  // 0 not yet, 1 in progress, 2 done
+    const std::function<void(std::size_t)> shape = [&](std::size_t i) {
+        if (state[i] == 2 || project.error)
+            return;
+        if (state[i] == 1) {
+            project.error = Diagnostic{"Class " + sources[i].substr(0, sources[i].find('.')) + " derives from itself", 1, sources[i]};
+            return;
+        }
+        state[i] = 1;
+        const std::string super = superclassOfFile(sources[i]);
+        const auto parent = project.fileOfClass.find(super);
+        if (parent != project.fileOfClass.end() && parent->second != i)
+            shape(parent->second);
+        if (project.error)
+            return;
+        const ClassShape* superShape = project.superclassOf(sources[i]);
+        project.shapes[classOfFile(sources[i])] =
+            classShape(project.texts[i] ? std::string_view(*project.texts[i]) : std::string_view(), sources[i], superShape);
+        state[i] = 2;
+    };
+    for (std::size_t i = 0; i < sources.size(); ++i)
+        shape(i);
+    return project;
+}
+
+}  // namespace
+
 CheckSummary checkProject(const fs::path& project, const std::vector<std::string>& sources, const Vocabulary& vocabulary) {
     CheckSummary summary;
     if (sources.empty() || !endsWith(sources.front(), kGlobalFileName)) {
         summary.error = Diagnostic{std::string(kGlobalFileName) + " missing", 1, kGlobalFileName};
         return summary;
     }
-    std::unordered_set<std::string> classes;
-    for (const std::string& name : sources)
-        classes.insert(lowerName(name.substr(0, name.find('.'))));
-    std::unordered_set<std::string> globalPublics;
+    const LoadedProject loaded = loadProject(project, sources);
+    const ClassShape* globalShape = &loaded.shapes.at("global");
 
     // Checks one file; returns its line count, or sets `error`.
     const auto checkOne = [&](std::size_t index, std::optional<Diagnostic>& error) -> std::size_t {
         const std::string& name = sources[index];
-        std::string readError;
-        const auto text = readSource(project / name, readError);
+        const auto& text = loaded.texts[index];
         if (!text) {
-            error = Diagnostic{readError, 1, name};
+            error = Diagnostic{loaded.readErrors[index], 1, name};
             return 0;
         }
         CompileContext context;
         context.vocabulary = &vocabulary;
-        context.projectClasses = &classes;
-        if (index == 0)
-            globalPublics = publicMemberNames(*text);
-        else
-            context.globalPublics = &globalPublics;
+        context.projectClasses = &loaded.classes;
+        context.global = globalShape;
+        context.superclass = loaded.superclassOf(name);
+        context.classes = &loaded.shapes;
         try {
             compileClass(*text, name, context);
         } catch (const LanguageError& failure) {
@@ -112,14 +181,13 @@ CheckSummary checkProject(const fs::path& project, const std::vector<std::string
         return countLines(*text);
     };
 
-    // The Global file first: the others may use its Public members.
+    // The Global file first.
     std::optional<Diagnostic> globalError;
     summary.lines = checkOne(0, globalError);
     if (globalError) {
         summary.error = globalError;
         return summary;
     }
-
     // The other files are independent of each other and are checked on a few threads.
     // Every file before the first one with an error is still checked, so the error
     // reported is the same as a check in file order would find.
@@ -152,6 +220,10 @@ CheckSummary checkProject(const fs::path& project, const std::vector<std::string
         summary.error = errors[firstError.load()];
         return summary;
     }
+    if (loaded.error) {
+        summary.error = loaded.error;
+        return summary;
+    }
     summary.files = count;
     for (std::size_t n : lines)
         summary.lines += n;
@@ -162,16 +234,28 @@ std::optional<Diagnostic> runFolder(const fs::path& folder, std::int64_t maxStep
     const std::vector<std::string> sources = listSourceFiles(folder);
     if (sources.empty() || !endsWith(sources.front(), kGlobalFileName))
         return Diagnostic{std::string(kGlobalFileName) + " missing", 1, kGlobalFileName};
-    std::string readError;
-    const auto text = readSource(folder / sources.front(), readError);
-    if (!text)
-        return Diagnostic{readError, 1, sources.front()};
+    const LoadedProject loaded = loadProject(folder, sources);
+    if (loaded.error)
+        return loaded.error;
     // The checker has vetted the names at build time; the runner only fails on the
     // ones it cannot run when it reaches them.
-    CompileContext context;
-    context.unknownNamesAreErrors = false;
     try {
-        const ClassUnit unit = compileClass(*text, sources.front(), context);
+        std::vector<ClassUnit> units;
+        units.reserve(sources.size());
+        for (std::size_t i = 0; i < sources.size(); ++i) {
+            if (!loaded.texts[i])
+                return Diagnostic{loaded.readErrors[i], 1, sources[i]};
+            CompileContext context;
+            context.unknownNamesAreErrors = false;
+            context.projectClasses = &loaded.classes;
+            context.global = &loaded.shapes.at("global");
+            context.superclass = loaded.superclassOf(sources[i]);
+            context.classes = &loaded.shapes;
+            units.push_back(compileClass(*loaded.texts[i], sources[i], context));
+        }
+        std::vector<const ClassUnit*> program;
+        for (const ClassUnit& unit : units)
+            program.push_back(&unit);
         Interpreter::Options options;
         options.maxSteps = maxSteps;
         options.print = [](const QString& line) {
@@ -179,7 +263,7 @@ std::optional<Diagnostic> runFolder(const fs::path& folder, std::int64_t maxStep
             std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
             std::fputc('\n', stdout);
         };
-        Interpreter interpreter(unit, std::move(options));
+        Interpreter interpreter(program, std::move(options));
         interpreter.run();
     } catch (const LanguageError& failure) {
         return failure.diagnostic;
