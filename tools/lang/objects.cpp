@@ -16,6 +16,7 @@ struct HeapState {
     Container* head = nullptr;
     std::size_t containers = 0;
     std::size_t madeSinceCollection = 0;
+    std::size_t aliveAfterCollection = 0;
     std::size_t collections = 0;
     std::size_t collectionBytes = 0;
     std::size_t budget = defaultCollectionBudget();
@@ -88,11 +89,11 @@ QString objectText(const HeapObj* object) {
 }
 
 std::size_t defaultCollectionBudget() {
-    // A quarter of the memory, and at most 8 GB.
+    // A quarter of the memory, and at most 1 GB (67 million values).
     const long pages = sysconf(_SC_PHYS_PAGES), pageSize = sysconf(_SC_PAGESIZE);
     const std::size_t physical = pages > 0 && pageSize > 0 ? static_cast<std::size_t>(pages) * static_cast<std::size_t>(pageSize)
                                                            : std::size_t{4} << 30;
-    return std::min(physical / 4, std::size_t{8} << 30);
+    return std::min(physical / 4, std::size_t{1} << 30);
 }
 
 void setCollectionBudget(std::size_t bytes) { heap().budget = bytes; }
@@ -106,7 +107,7 @@ HeapStats heapStats() {
 
 Container::Container(Kind k) : HeapObj(k) {
     HeapState& h = heap();
-    if (++h.madeSinceCollection > std::max(kMinCollectionInterval, h.containers) && !h.collecting)
+    if (++h.madeSinceCollection > std::max(kMinCollectionInterval, h.aliveAfterCollection) && !h.collecting)
         collectCycles();
     next = h.head;
     if (h.head)
@@ -179,6 +180,7 @@ void collectCycles() {
     for (Container* c : garbage)
         if (--c->refs == 0)
             releaseObject(c);
+    h.aliveAfterCollection = h.containers;
     h.collecting = false;
 }
 

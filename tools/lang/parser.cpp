@@ -183,6 +183,7 @@ public:
         prescan();
         ClassShape s;
         s.name = className_;
+        s.written = unit_.className;
         if (context_.superclass) {
             s.ancestors.push_back(context_.superclass->name);
             s.ancestors.insert(s.ancestors.end(), context_.superclass->ancestors.begin(), context_.superclass->ancestors.end());
@@ -1545,7 +1546,7 @@ private:
                     return;
         const std::optional<bool> isPublic = found->second.isPublic(member);
         if (isPublic && !*isPublic)
-            failAt(lineNo(), describe(at) + " is Private in " + cls);
+            failAt(lineNo(), describe(at) + " is Private in " + found->second.written);
     }
 
     ExprPtr parsePostfix() {

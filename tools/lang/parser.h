@@ -27,6 +27,7 @@ constexpr int kMaxExpressionHeight = 200;
 // its visibility.
 struct ClassShape {
     std::string name;  // lower case
+    std::string written;  // as in the file name
     std::vector<std::string> ancestors;  // lower case, the superclass first
     std::vector<std::pair<std::string, bool>> fields;  // lower-case name, Public
     std::unordered_map<std::string, bool> methods;     // lower-case name → Public

@@ -230,7 +230,7 @@ CheckSummary checkProject(const fs::path& project, const std::vector<std::string
     return summary;
 }
 
-std::optional<Diagnostic> runFolder(const fs::path& folder, std::int64_t maxSteps) {
+std::optional<Diagnostic> runFolder(const fs::path& folder, std::int64_t maxSteps, std::function<void(const QString&)> print) {
     const std::vector<std::string> sources = listSourceFiles(folder);
     if (sources.empty() || !endsWith(sources.front(), kGlobalFileName))
         return Diagnostic{std::string(kGlobalFileName) + " missing", 1, kGlobalFileName};
@@ -258,7 +258,7 @@ std::optional<Diagnostic> runFolder(const fs::path& folder, std::int64_t maxStep
             program.push_back(&unit);
         Interpreter::Options options;
         options.maxSteps = maxSteps;
-        options.print = [](const QString& line) {
+        options.print = print ? std::move(print) : [](const QString& line) {
             const QByteArray bytes = line.toUtf8();
             std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
             std::fputc('\n', stdout);

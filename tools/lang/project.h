@@ -5,8 +5,11 @@
 #include "tools/lang/diagnostic.h"
 #include "tools/lang/vocabulary.h"
 
+#include <QString>
+
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -37,9 +40,10 @@ struct CheckSummary {
 CheckSummary checkProject(const std::filesystem::path& project, const std::vector<std::string>& sources,
                           const Vocabulary& vocabulary);
 
-// Runs the Global class of the sources in `folder`; prints through `print`.
-// Returns the error, if the program failed.
-std::optional<Diagnostic> runFolder(const std::filesystem::path& folder, std::int64_t maxSteps = -1);
+// Runs the program of the sources in `folder`; each line it prints goes to `print`, or
+// to standard output when `print` is empty. Returns the error, if the program failed.
+std::optional<Diagnostic> runFolder(const std::filesystem::path& folder, std::int64_t maxSteps = -1,
+                                    std::function<void(const QString&)> print = {});
 
 // Writes PROJECT/build/<configuration>/N.app: Contents/MacOS/N is a copy of the
 // runner, Contents/Resources holds the sources. Returns an error text or "".
