@@ -60,6 +60,8 @@ struct ProgramCase {
     std::string file = "";
 };
 
+void PrintTo(const ProgramCase& c, std::ostream* out) { *out << c.name; }
+
 class Programs : public ::testing::TestWithParam<ProgramCase> {};
 
 TEST_P(Programs, PrintAndFailAsWritten) {
