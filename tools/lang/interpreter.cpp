@@ -30,14 +30,40 @@ Value BinaryExpr::eval(Interpreter& in) const {
         return binary(op, a, right->eval(in));
     }
     const Value a = left->eval(in);
-    return binary(op, a, right->eval(in));
+    const Value b = right->eval(in);
+    // Whole numbers on both sides are the common case; anything unusual (overflow,
+    // division by 0 or -1) goes the general way, which reports it.
+    if (a.type == VType::Integer && b.type == VType::Integer) {
+        std::int64_t r;
+        switch (op) {
+        case BinOp::Add: if (!__builtin_add_overflow(a.i, b.i, &r)) return Value::ofInteger(r); break;
+        case BinOp::Sub: if (!__builtin_sub_overflow(a.i, b.i, &r)) return Value::ofInteger(r); break;
+        case BinOp::Mul: if (!__builtin_mul_overflow(a.i, b.i, &r)) return Value::ofInteger(r); break;
+        case BinOp::Mod: if (b.i > 0 || b.i < -1) return Value::ofInteger(a.i % b.i); break;
+        case BinOp::IntDiv: if (b.i > 0 || b.i < -1) return Value::ofInteger(a.i / b.i); break;
+        case BinOp::Eq: return Value::ofBoolean(a.i == b.i);
+        case BinOp::Ne: return Value::ofBoolean(a.i != b.i);
+        case BinOp::Lt: return Value::ofBoolean(a.i < b.i);
+        case BinOp::Gt: return Value::ofBoolean(a.i > b.i);
+        case BinOp::Le: return Value::ofBoolean(a.i <= b.i);
+        case BinOp::Ge: return Value::ofBoolean(a.i >= b.i);
+        default: break;
+        }
+    }
+    return binary(op, a, b);
 }
-
 
 Value UnsupportedExpr::eval(Interpreter&) const { throw RuntimeFailure(what); }
 
 Flow AssignStmt::exec(Interpreter& in) const {
-    Value v = value ? convertTo(type, value->eval(in)) : defaultOf(type);
+    Value v;
+    if (value) {
+        v = value->eval(in);
+        if (!matchesType(type, v))
+            v = convertTo(type, std::move(v));
+    } else {
+        v = defaultOf(type);
+    }
     switch (target) {
     case Local: in.locals[slot] = std::move(v); break;
     case Field: in.self().fields[static_cast<std::size_t>(slot)] = std::move(v); break;
@@ -629,13 +655,28 @@ Value Interpreter::invoke(const RtClass::MethodRef& ref, const Value& target, co
         throw RuntimeFailure("Too many nested calls");
     // Frames of up to eight variables live on the stack; larger ones on the heap.
     const std::size_t count = method.localTypes.size();
-    Value small[8];
-    std::unique_ptr<Value[]> large;
-    Value* frame = small;
-    if (count > 8) {
-        large = std::make_unique<Value[]>(count);
-        frame = large.get();
-    }
+    struct Frame {
+        alignas(Value) unsigned char small[8 * sizeof(Value)];
+        std::unique_ptr<Value[]> large;
+        Value* values;
+        std::size_t count;
+        explicit Frame(std::size_t n) : count(n) {
+            if (n > 8) {
+                large = std::make_unique<Value[]>(n);
+                values = large.get();
+            } else {
+                values = reinterpret_cast<Value*>(small);
+                for (std::size_t i = 0; i < n; ++i)
+                    new (values + i) Value();
+            }
+        }
+        ~Frame() {
+            if (!large)
+                for (std::size_t i = 0; i < count; ++i)
+                    values[i].~Value();
+        }
+    } storage(count);
+    Value* const frame = storage.values;
     for (std::size_t i = 0; i < count; ++i)
         if (method.localTypes[i] != DeclType::Variant)
             frame[i] = defaultOf(method.localTypes[i]);
@@ -643,7 +684,8 @@ Value Interpreter::invoke(const RtClass::MethodRef& ref, const Value& target, co
     // where the parameters before them already hold their values.
     for (std::size_t i = 0; i < args.size(); ++i) {
         const Param& param = method.params[i];
-        frame[param.slot] = convertTo(param.type, args[i]->eval(*this));
+        Value v = args[i]->eval(*this);
+        frame[param.slot] = matchesType(param.type, v) ? std::move(v) : convertTo(param.type, std::move(v));
     }
     const State caller = save();
     const int callerLine = line;
@@ -669,7 +711,9 @@ Value Interpreter::invoke(const RtClass::MethodRef& ref, const Value& target, co
     }
     if (method.kind != MethodKind::Function && method.kind != MethodKind::Delegate)
         return Value();
-    if (result.type == VType::Nil && method.resultType != DeclType::Variant)
+    if (matchesType(method.resultType, result))
+        return result;
+    if (result.type == VType::Nil)
         return defaultOf(method.resultType);
     return convertTo(method.resultType, std::move(result));
 }

@@ -54,7 +54,7 @@ void uncharge(std::size_t bytes) {
     h.collectionBytes -= std::min(bytes, h.collectionBytes);
 }
 
-constexpr std::size_t kEntryBytes = sizeof(DictObj::Entry) + 48;  // the entry and its index node
+constexpr std::size_t kEntryBytes = sizeof(DictObj::Entry) + 16;  // the entry and its share of the index
 
 }  // namespace
 
@@ -261,10 +261,12 @@ void ArrayObj::clearRefs() {
 
 // ---- Dictionary ----
 
-std::size_t KeyHash::operator()(const Value& key) const {
+namespace {
+
+std::size_t keyHash(const Value& key) {
     switch (key.type) {
-    case VType::Nil: return 0;
-    case VType::Integer: return std::hash<std::int64_t>()(key.i);
+    case VType::Nil: return 0x9E3779B97F4A7C15ull;
+    case VType::Integer: return static_cast<std::size_t>(key.i) * 0x9E3779B97F4A7C15ull;
     case VType::Double: return std::hash<double>()(key.d);
     case VType::Boolean: return key.b ? 1 : 2;
     case VType::String: return qHash(key.str());
@@ -273,7 +275,7 @@ std::size_t KeyHash::operator()(const Value& key) const {
     return 0;
 }
 
-bool KeyEqual::operator()(const Value& a, const Value& b) const {
+bool sameKey(const Value& a, const Value& b) {
     if (a.type != b.type)
         return false;
     switch (a.type) {
@@ -281,13 +283,11 @@ bool KeyEqual::operator()(const Value& a, const Value& b) const {
     case VType::Integer: return a.i == b.i;
     case VType::Double: return a.d == b.d;
     case VType::Boolean: return a.b == b.b;
-    case VType::String: return a.str() == b.str();
+    case VType::String: return a.o == b.o || a.str() == b.str();
     case VType::Object: return a.o == b.o;
     }
     return false;
 }
-
-namespace {
 
 // 3 and 3.0 are the same key.
 Value normalKey(const Value& key) {
@@ -302,35 +302,97 @@ DictObj::DictObj() : Container(Kind::Dictionary) {}
 
 DictObj::~DictObj() { uncharge(entries.size() * kEntryBytes); }
 
+std::size_t DictObj::probe(const Value& key, std::size_t hash, bool& found) const {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t i = (hash ^ (hash >> 29)) & mask;
+    std::size_t firstHole = SIZE_MAX;
+    for (;;) {
+        const std::uint32_t at = slots_[i];
+        if (at == kEmpty) {
+            found = false;
+            return firstHole != SIZE_MAX ? firstHole : i;
+        }
+        if (at == kHole) {
+            if (firstHole == SIZE_MAX)
+                firstHole = i;
+        } else {
+            const Entry& e = entries[at];
+            if (e.hash == hash && sameKey(e.key, key)) {
+                found = true;
+                return i;
+            }
+        }
+        i = (i + 1) & mask;
+    }
+}
+
+void DictObj::rebuild(std::size_t slotCount) {
+    slots_.assign(slotCount, kEmpty);
+    used_ = 0;
+    const std::size_t mask = slotCount - 1;
+    for (std::size_t n = 0; n < entries.size(); ++n) {
+        if (!entries[n].alive)
+            continue;
+        std::size_t i = (entries[n].hash ^ (entries[n].hash >> 29)) & mask;
+        while (slots_[i] != kEmpty)
+            i = (i + 1) & mask;
+        slots_[i] = static_cast<std::uint32_t>(n);
+        ++used_;
+    }
+}
+
 Value* DictObj::find(const Value& key) {
-    const auto it = index.find(normalKey(key));
-    return it == index.end() ? nullptr : &entries[it->second].value;
+    if (live_ == 0)
+        return nullptr;
+    const Value k = normalKey(key);
+    bool found = false;
+    const std::size_t slot = probe(k, keyHash(k), found);
+    return found ? &entries[slots_[slot]].value : nullptr;
 }
 
 void DictObj::set(const Value& key, Value v) {
     Value k = normalKey(key);
-    if (const auto it = index.find(k); it != index.end()) {
-        entries[it->second].value = std::move(v);
+    const std::size_t hash = keyHash(k);
+    if (slots_.empty()) {
+        rebuild(8);
+    } else if ((used_ + 1) * 4 > slots_.size() * 3) {
+        // Too full: grow when the keys need it, otherwise only clear out the holes.
+        rebuild((live_ + 1) * 2 > slots_.size() ? slots_.size() * 2 : slots_.size());
+    }
+    bool found = false;
+    const std::size_t slot = probe(k, hash, found);
+    if (found) {
+        entries[slots_[slot]].value = std::move(v);
         return;
     }
+    if (entries.size() >= kHole)
+        throw RuntimeFailure("Out of memory");
     charge(kEntryBytes);
     try {
-        entries.push_back(Entry{k, std::move(v), true});
-        index.emplace(std::move(k), static_cast<std::uint32_t>(entries.size() - 1));
+        entries.push_back(Entry{std::move(k), std::move(v), hash, true});
     } catch (const std::bad_alloc&) {
         throw RuntimeFailure("Out of memory");
     }
+    if (slots_[slot] == kEmpty)
+        ++used_;
+    slots_[slot] = static_cast<std::uint32_t>(entries.size() - 1);
+    ++live_;
 }
 
 bool DictObj::remove(const Value& key) {
-    const auto it = index.find(normalKey(key));
-    if (it == index.end())
+    if (live_ == 0)
         return false;
-    Entry& entry = entries[it->second];
-    index.erase(it);
+    const Value k = normalKey(key);
+    bool found = false;
+    const std::size_t slot = probe(k, keyHash(k), found);
+    if (!found)
+        return false;
+    Entry& entry = entries[slots_[slot]];
+    slots_[slot] = kHole;
+    --live_;
     entry.alive = false;
     Value droppedKey = std::move(entry.key), droppedValue = std::move(entry.value);
-    if (entries.size() > 32 && index.size() < entries.size() / 2)
+    if (entries.size() > 32 && live_ < entries.size() / 2)
         compact();
     return true;
 }
@@ -339,20 +401,22 @@ void DictObj::removeAll() {
     uncharge(entries.size() * kEntryBytes);
     std::vector<Entry> dropped;
     dropped.swap(entries);
-    index.clear();
+    slots_.clear();
+    live_ = used_ = 0;
 }
 
 void DictObj::compact() {
     const std::size_t before = entries.size();
     std::vector<Entry> kept;
-    kept.reserve(index.size());
+    kept.reserve(live_);
     for (Entry& e : entries)
         if (e.alive)
             kept.push_back(std::move(e));
     entries.swap(kept);
-    index.clear();
-    for (std::size_t i = 0; i < entries.size(); ++i)
-        index.emplace(entries[i].key, static_cast<std::uint32_t>(i));
+    std::size_t size = 8;
+    while (size * 3 < live_ * 4 + 4)
+        size *= 2;
+    rebuild(size * 2);
     uncharge((before - entries.size()) * kEntryBytes);
 }
 

@@ -78,26 +78,20 @@ private:
     std::size_t charged_ = 0;
 };
 
-struct KeyHash {
-    std::size_t operator()(const Value& key) const;
-};
-struct KeyEqual {
-    bool operator()(const Value& a, const Value& b) const;
-};
-
 // Keys in insertion order; a removed key leaves a hole that is closed up once holes
-// make half of the entries.
+// make half of the entries. The index is open addressing over positions in `entries`
+// (each entry keeps its hash), so a look-up touches two small arrays and no node.
 struct DictObj : Container {
     struct Entry {
         Value key, value;
+        std::size_t hash = 0;
         bool alive = true;
     };
     std::vector<Entry> entries;
-    std::unordered_map<Value, std::uint32_t, KeyHash, KeyEqual> index;
 
     DictObj();
     ~DictObj() override;
-    std::size_t count() const { return index.size(); }
+    std::size_t count() const { return live_; }
     Value* find(const Value& key);
     void set(const Value& key, Value v);
     bool remove(const Value& key);
@@ -106,7 +100,14 @@ struct DictObj : Container {
     void clearRefs() override;
 
 private:
+    static constexpr std::uint32_t kEmpty = 0xFFFFFFFFu, kHole = 0xFFFFFFFEu;
+    // The slot of `key` in slots_, or the free slot where it would go.
+    std::size_t probe(const Value& key, std::size_t hash, bool& found) const;
+    void rebuild(std::size_t slotCount);
     void compact();
+    std::vector<std::uint32_t> slots_;  // positions in entries, kEmpty or kHole
+    std::size_t live_ = 0;
+    std::size_t used_ = 0;  // slots not empty (live and holes)
 };
 
 // What a Catch receives: the message of the error (e.Message).

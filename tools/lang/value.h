@@ -113,6 +113,17 @@ Value logicalNot(const Value& v);
 bool truthOf(const Value& v);
 // Converts a value for a variable of the declared type (Integer, Double, String, Boolean).
 Value convertTo(DeclType type, Value v);
+// True when a value needs no conversion for a variable of the type.
+inline bool matchesType(DeclType type, const Value& v) {
+    switch (type) {
+    case DeclType::Variant: return true;
+    case DeclType::Integer: return v.type == VType::Integer;
+    case DeclType::Double: return v.type == VType::Double;
+    case DeclType::String: return v.type == VType::String;
+    case DeclType::Boolean: return v.type == VType::Boolean;
+    }
+    return false;
+}
 Value defaultOf(DeclType type);
 // Reads a number from text as Val does: leading blanks skipped, as much as forms a number.
 Value numberFromText(const QString& text);
