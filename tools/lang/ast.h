@@ -86,6 +86,11 @@ struct BinaryExpr : Expr {
 // A call of a method of the current object (or of Global) by its plain name. The
 // method is looked up in the object's class, so a subclass's override is the one
 // called; the last class seen and its method are kept.
+// A local variable and a whole-number constant (n - 1, i < 10): the most common
+// operation of loops and recursion, read without copying the variable. Returns null
+// for an operator it does not cover.
+ExprPtr makeLocalConstant(BinOp op, int slot, std::int64_t constant);
+
 struct CallExpr : Expr {
     std::string name;  // lower case
     bool onGlobal = false;

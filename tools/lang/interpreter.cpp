@@ -80,7 +80,8 @@ Flow ExprStmt::exec(Interpreter& in) const {
 Flow IfStmt::exec(Interpreter& in) const {
     for (std::size_t i = 0; i < conditions.size(); ++i) {
         in.line = conditions[i]->line;
-        if (truthOf(conditions[i]->eval(in)))
+        const Value c = conditions[i]->eval(in);
+        if (c.type == VType::Boolean ? c.b : truthOf(c))
             return in.execBlock(branches[i]);
     }
     return in.execBlock(elseBranch);
@@ -341,6 +342,72 @@ Value NewExpr::eval(Interpreter& in) const {
     case Class: break;
     }
     return in.makeObject(className, args);
+}
+
+namespace {
+
+template <BinOp Op>
+struct LocalConstantExpr : Expr {
+    int slot = 0;
+    std::int64_t constant = 0;
+    Value eval(Interpreter& in) const override {
+        const Value& v = in.locals[slot];
+        if (v.type == VType::Integer) {
+            std::int64_t r;
+            if constexpr (Op == BinOp::Add) {
+                if (!__builtin_add_overflow(v.i, constant, &r))
+                    return Value::ofInteger(r);
+            } else if constexpr (Op == BinOp::Sub) {
+                if (!__builtin_sub_overflow(v.i, constant, &r))
+                    return Value::ofInteger(r);
+            } else if constexpr (Op == BinOp::Mul) {
+                if (!__builtin_mul_overflow(v.i, constant, &r))
+                    return Value::ofInteger(r);
+            } else if constexpr (Op == BinOp::Eq) {
+                return Value::ofBoolean(v.i == constant);
+            } else if constexpr (Op == BinOp::Ne) {
+                return Value::ofBoolean(v.i != constant);
+            } else if constexpr (Op == BinOp::Lt) {
+                return Value::ofBoolean(v.i < constant);
+            } else if constexpr (Op == BinOp::Gt) {
+                return Value::ofBoolean(v.i > constant);
+            } else if constexpr (Op == BinOp::Le) {
+                return Value::ofBoolean(v.i <= constant);
+            } else if constexpr (Op == BinOp::Ge) {
+                return Value::ofBoolean(v.i >= constant);
+            } else if constexpr (Op == BinOp::Mod) {
+                if (constant > 0)
+                    return Value::ofInteger(v.i % constant);
+            }
+        }
+        return binary(Op, v, Value::ofInteger(constant));
+    }
+};
+
+template <BinOp Op>
+ExprPtr localConstant(int slot, std::int64_t constant) {
+    auto expr = std::make_unique<LocalConstantExpr<Op>>();
+    expr->slot = slot;
+    expr->constant = constant;
+    return expr;
+}
+
+}  // namespace
+
+ExprPtr makeLocalConstant(BinOp op, int slot, std::int64_t constant) {
+    switch (op) {
+    case BinOp::Add: return localConstant<BinOp::Add>(slot, constant);
+    case BinOp::Sub: return localConstant<BinOp::Sub>(slot, constant);
+    case BinOp::Mul: return localConstant<BinOp::Mul>(slot, constant);
+    case BinOp::Mod: return localConstant<BinOp::Mod>(slot, constant);
+    case BinOp::Eq: return localConstant<BinOp::Eq>(slot, constant);
+    case BinOp::Ne: return localConstant<BinOp::Ne>(slot, constant);
+    case BinOp::Lt: return localConstant<BinOp::Lt>(slot, constant);
+    case BinOp::Gt: return localConstant<BinOp::Gt>(slot, constant);
+    case BinOp::Le: return localConstant<BinOp::Le>(slot, constant);
+    case BinOp::Ge: return localConstant<BinOp::Ge>(slot, constant);
+    default: return nullptr;
+    }
 }
 
 Value CallExpr::eval(Interpreter& in) const {

@@ -1326,6 +1326,15 @@ private:
         const int height = std::max(left->height, right->height) + 1;
         if (height > kMaxExpressionHeight)
             fail("Expression too long");
+        if (const auto* local = dynamic_cast<const LocalExpr*>(left.get())) {
+            const auto* literal = dynamic_cast<const LiteralExpr*>(right.get());
+            if (literal && literal->value.type == VType::Integer)
+                if (ExprPtr fast = makeLocalConstant(op, local->slot, literal->value.i)) {
+                    fast->height = height;
+                    fast->line = line;
+                    return fast;
+                }
+        }
         auto expr = std::make_unique<BinaryExpr>();
         expr->height = height;
         expr->line = line;
