@@ -307,16 +307,16 @@ std::size_t DictObj::probe(const Value& key, std::size_t hash, bool& found) cons
     std::size_t i = (hash ^ (hash >> 29)) & mask;
     std::size_t firstHole = SIZE_MAX;
     for (;;) {
-        const std::uint32_t at = slots_[i];
-        if (at == kEmpty) {
+        const std::uint64_t slot = slots_[i];
+        if (slot == kEmpty) {
             found = false;
             return firstHole != SIZE_MAX ? firstHole : i;
         }
-        if (at == kHole) {
+        if (slot == kHole) {
             if (firstHole == SIZE_MAX)
                 firstHole = i;
-        } else {
-            const Entry& e = entries[at];
+        } else if ((slot >> 32) == (hash >> 32)) {
+            const Entry& e = entries[static_cast<std::uint32_t>(slot)];
             if (e.hash == hash && sameKey(e.key, key)) {
                 found = true;
                 return i;
@@ -336,7 +336,7 @@ void DictObj::rebuild(std::size_t slotCount) {
         std::size_t i = (entries[n].hash ^ (entries[n].hash >> 29)) & mask;
         while (slots_[i] != kEmpty)
             i = (i + 1) & mask;
-        slots_[i] = static_cast<std::uint32_t>(n);
+        slots_[i] = slotOf(n, entries[n].hash);
         ++used_;
     }
 }
@@ -347,7 +347,7 @@ Value* DictObj::find(const Value& key) {
     const Value k = normalKey(key);
     bool found = false;
     const std::size_t slot = probe(k, keyHash(k), found);
-    return found ? &entries[slots_[slot]].value : nullptr;
+    return found ? &entries[static_cast<std::uint32_t>(slots_[slot])].value : nullptr;
 }
 
 void DictObj::set(const Value& key, Value v) {
@@ -362,10 +362,10 @@ void DictObj::set(const Value& key, Value v) {
     bool found = false;
     const std::size_t slot = probe(k, hash, found);
     if (found) {
-        entries[slots_[slot]].value = std::move(v);
+        entries[static_cast<std::uint32_t>(slots_[slot])].value = std::move(v);
         return;
     }
-    if (entries.size() >= kHole)
+    if (entries.size() >= 0xFFFFFFFFu)
         throw RuntimeFailure("Out of memory");
     charge(kEntryBytes);
     try {
@@ -375,7 +375,7 @@ void DictObj::set(const Value& key, Value v) {
     }
     if (slots_[slot] == kEmpty)
         ++used_;
-    slots_[slot] = static_cast<std::uint32_t>(entries.size() - 1);
+    slots_[slot] = slotOf(entries.size() - 1, hash);
     ++live_;
 }
 
@@ -387,7 +387,7 @@ bool DictObj::remove(const Value& key) {
     const std::size_t slot = probe(k, keyHash(k), found);
     if (!found)
         return false;
-    Entry& entry = entries[slots_[slot]];
+    Entry& entry = entries[static_cast<std::uint32_t>(slots_[slot])];
     slots_[slot] = kHole;
     --live_;
     entry.alive = false;

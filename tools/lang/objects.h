@@ -100,12 +100,18 @@ struct DictObj : Container {
     void clearRefs() override;
 
 private:
-    static constexpr std::uint32_t kEmpty = 0xFFFFFFFFu, kHole = 0xFFFFFFFEu;
+    // A slot holds the entry's position in its low half and the top of its hash in
+    // the high half, so that most keys that are not the one sought are passed over
+    // without reading their entry.
+    static constexpr std::uint64_t kEmpty = ~std::uint64_t{0}, kHole = kEmpty - 1;
+    static std::uint64_t slotOf(std::size_t position, std::size_t hash) {
+        return (static_cast<std::uint64_t>(hash >> 32) << 32) | static_cast<std::uint32_t>(position);
+    }
     // The slot of `key` in slots_, or the free slot where it would go.
     std::size_t probe(const Value& key, std::size_t hash, bool& found) const;
     void rebuild(std::size_t slotCount);
     void compact();
-    std::vector<std::uint32_t> slots_;  // positions in entries, kEmpty or kHole
+    std::vector<std::uint64_t> slots_;
     std::size_t live_ = 0;
     std::size_t used_ = 0;  // slots not empty (live and holes)
 };
