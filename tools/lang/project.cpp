@@ -112,12 +112,9 @@ struct LoadedProject {
     }
 };
 
-LoadedProject loadProject(const fs::path& folder, const std::vector<std::string>& sources) {
-    LoadedProject project;
-    project.texts.resize(sources.size());
-    project.readErrors.resize(sources.size());
+// Makes the shapes of the classes whose texts are in `project`.
+void shapeProject(LoadedProject& project, const std::vector<std::string>& sources) {
     for (std::size_t i = 0; i < sources.size(); ++i) {
-        project.texts[i] = readSource(folder / sources[i], project.readErrors[i]);
         const std::string cls = classOfFile(sources[i]);
         project.classes.insert(cls);
         project.fileOfClass.emplace(cls, i);
@@ -145,7 +142,47 @@ LoadedProject loadProject(const fs::path& folder, const std::vector<std::string>
     };
     for (std::size_t i = 0; i < sources.size(); ++i)
         shape(i);
+}
+
+LoadedProject loadProject(const fs::path& folder, const std::vector<std::string>& sources) {
+    LoadedProject project;
+    project.texts.resize(sources.size());
+    project.readErrors.resize(sources.size());
+    for (std::size_t i = 0; i < sources.size(); ++i)
+        project.texts[i] = readSource(folder / sources[i], project.readErrors[i]);
+    shapeProject(project, sources);
     return project;
+}
+
+std::optional<Diagnostic> runLoaded(const LoadedProject& loaded, const std::vector<std::string>& sources,
+                                    Interpreter::Options options) {
+    if (loaded.error)
+        return loaded.error;
+    // The checker has vetted the names at build time; the runner only fails on the
+    // ones it cannot run when it reaches them.
+    try {
+        std::vector<ClassUnit> units;
+        units.reserve(sources.size());
+        for (std::size_t i = 0; i < sources.size(); ++i) {
+            if (!loaded.texts[i])
+                return Diagnostic{loaded.readErrors[i], 1, sources[i]};
+            CompileContext context;
+            context.unknownNamesAreErrors = false;
+            context.projectClasses = &loaded.classes;
+            context.global = &loaded.shapes.at("global");
+            context.superclass = loaded.superclassOf(sources[i]);
+            context.classes = &loaded.shapes;
+            units.push_back(compileClass(*loaded.texts[i], sources[i], context));
+        }
+        std::vector<const ClassUnit*> program;
+        for (const ClassUnit& unit : units)
+            program.push_back(&unit);
+        Interpreter interpreter(program, std::move(options));
+        interpreter.run();
+    } catch (const LanguageError& failure) {
+        return failure.diagnostic;
+    }
+    return std::nullopt;
 }
 
 }  // namespace
@@ -234,41 +271,28 @@ std::optional<Diagnostic> runFolder(const fs::path& folder, std::int64_t maxStep
     const std::vector<std::string> sources = listSourceFiles(folder);
     if (sources.empty() || !endsWith(sources.front(), kGlobalFileName))
         return Diagnostic{std::string(kGlobalFileName) + " missing", 1, kGlobalFileName};
-    const LoadedProject loaded = loadProject(folder, sources);
-    if (loaded.error)
-        return loaded.error;
-    // The checker has vetted the names at build time; the runner only fails on the
-    // ones it cannot run when it reaches them.
-    try {
-        std::vector<ClassUnit> units;
-        units.reserve(sources.size());
-        for (std::size_t i = 0; i < sources.size(); ++i) {
-            if (!loaded.texts[i])
-                return Diagnostic{loaded.readErrors[i], 1, sources[i]};
-            CompileContext context;
-            context.unknownNamesAreErrors = false;
-            context.projectClasses = &loaded.classes;
-            context.global = &loaded.shapes.at("global");
-            context.superclass = loaded.superclassOf(sources[i]);
-            context.classes = &loaded.shapes;
-            units.push_back(compileClass(*loaded.texts[i], sources[i], context));
-        }
-        std::vector<const ClassUnit*> program;
-        for (const ClassUnit& unit : units)
-            program.push_back(&unit);
-        Interpreter::Options options;
-        options.maxSteps = maxSteps;
-        options.print = print ? std::move(print) : [](const QString& line) {
-            const QByteArray bytes = line.toUtf8();
-            std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
-            std::fputc('\n', stdout);
-        };
-        Interpreter interpreter(program, std::move(options));
-        interpreter.run();
-    } catch (const LanguageError& failure) {
-        return failure.diagnostic;
+    Interpreter::Options options;
+    options.maxSteps = maxSteps;
+    options.print = print ? std::move(print) : [](const QString& line) {
+        const QByteArray bytes = line.toUtf8();
+        std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
+        std::fputc('\n', stdout);
+    };
+    return runLoaded(loadProject(folder, sources), sources, std::move(options));
+}
+
+std::optional<Diagnostic> runSources(const std::vector<SourceText>& files, Interpreter::Options options) {
+    if (files.empty() || files.front().name != kGlobalFileName)
+        return Diagnostic{std::string(kGlobalFileName) + " missing", 1, kGlobalFileName};
+    LoadedProject project;
+    std::vector<std::string> sources;
+    for (const SourceText& file : files) {
+        sources.push_back(file.name);
+        project.texts.emplace_back(file.text);
+        project.readErrors.emplace_back();
     }
-    return std::nullopt;
+    shapeProject(project, sources);
+    return runLoaded(project, sources, std::move(options));
 }
 
 std::string buildApplication(const fs::path& project, const std::vector<std::string>& sources, const fs::path& runner,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tools/lang/diagnostic.h"
+#include "tools/lang/interpreter.h"
 #include "tools/lang/vocabulary.h"
 
 #include <QString>
@@ -44,6 +45,13 @@ CheckSummary checkProject(const std::filesystem::path& project, const std::vecto
 // to standard output when `print` is empty. Returns the error, if the program failed.
 std::optional<Diagnostic> runFolder(const std::filesystem::path& folder, std::int64_t maxSteps = -1,
                                     std::function<void(const QString&)> print = {});
+
+struct SourceText {
+    std::string name;  // <Class>.<SuperClass>.klvr
+    std::string text;
+};
+// Runs a program given as texts, the Global file first (the fuzzer's way in).
+std::optional<Diagnostic> runSources(const std::vector<SourceText>& files, Interpreter::Options options);
 
 // Writes PROJECT/build/<configuration>/N.app: Contents/MacOS/N is a copy of the
 // runner, Contents/Resources holds the sources. Returns an error text or "".
