@@ -112,14 +112,35 @@ struct LoadedProject {
     }
 };
 
-// Makes the shapes of the classes whose texts are in `project`.
+// Runs work(i) for every i below count on up to four threads.
+void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& work) {
+    std::atomic<std::size_t> next{0};
+    const auto worker = [&] {
+        for (std::size_t i = next.fetch_add(1); i < count; i = next.fetch_add(1))
+            work(i);
+    };
+    const std::size_t threads = std::min<std::size_t>({std::max(1u, std::thread::hardware_concurrency()), 4, count});
+    std::vector<std::thread> pool;
+    for (std::size_t t = 1; t < threads; ++t)
+        pool.emplace_back(worker);
+    worker();
+    for (std::thread& thread : pool)
+        thread.join();
+}
+
+// Makes the shapes of the classes whose texts are in `project`: each file's own members
+// in parallel, then each class put behind its superclass's.
 void shapeProject(LoadedProject& project, const std::vector<std::string>& sources) {
     for (std::size_t i = 0; i < sources.size(); ++i) {
         const std::string cls = classOfFile(sources[i]);
         project.classes.insert(cls);
         project.fileOfClass.emplace(cls, i);
     }
-    // A superclass's shape is made before its subclasses'.
+    std::vector<ClassShape> own(sources.size());
+    forEachIndex(sources.size(), [&](std::size_t i) {
+        const auto& text = project.texts[i];
+        own[i] = classShape(text ? std::string_view(*text) : std::string_view(), sources[i], nullptr);
+    });
     std::vector<char> state(sources.size(), 0);  // 0 not yet, 1 in progress, 2 done
     const std::function<void(std::size_t)> shape = [&](std::size_t i) {
         if (state[i] == 2 || project.error)
@@ -129,15 +150,25 @@ void shapeProject(LoadedProject& project, const std::vector<std::string>& source
             return;
         }
         state[i] = 1;
-        const std::string super = superclassOfFile(sources[i]);
-        const auto parent = project.fileOfClass.find(super);
+        const auto parent = project.fileOfClass.find(superclassOfFile(sources[i]));
         if (parent != project.fileOfClass.end() && parent->second != i)
             shape(parent->second);
         if (project.error)
             return;
-        const ClassShape* superShape = project.superclassOf(sources[i]);
-        project.shapes[classOfFile(sources[i])] =
-            classShape(project.texts[i] ? std::string_view(*project.texts[i]) : std::string_view(), sources[i], superShape);
+        ClassShape& mine = own[i];
+        if (const ClassShape* super = project.superclassOf(sources[i])) {
+            mine.ancestors.insert(mine.ancestors.begin(), super->ancestors.begin(), super->ancestors.end());
+            mine.ancestors.insert(mine.ancestors.begin(), super->name);
+            // The fields a class declares again keep the superclass's slot.
+            std::vector<std::pair<std::string, bool>> fields = super->fields;
+            for (auto& field : mine.fields)
+                if (std::none_of(fields.begin(), fields.end(), [&](const auto& f) { return f.first == field.first; }))
+                    fields.push_back(std::move(field));
+            mine.fields = std::move(fields);
+            for (const auto& [name, isPublic] : super->methods)
+                mine.methods.emplace(name, isPublic);
+        }
+        project.shapes[classOfFile(sources[i])] = std::move(mine);
         state[i] = 2;
     };
     for (std::size_t i = 0; i < sources.size(); ++i)
@@ -148,8 +179,7 @@ LoadedProject loadProject(const fs::path& folder, const std::vector<std::string>
     LoadedProject project;
     project.texts.resize(sources.size());
     project.readErrors.resize(sources.size());
-    for (std::size_t i = 0; i < sources.size(); ++i)
-        project.texts[i] = readSource(folder / sources[i], project.readErrors[i]);
+    forEachIndex(sources.size(), [&](std::size_t i) { project.texts[i] = readSource(folder / sources[i], project.readErrors[i]); });
     shapeProject(project, sources);
     return project;
 }
