@@ -97,6 +97,10 @@ INSTANTIATE_TEST_SUITE_P(
                                               "Public Function Shout(t As String) As String\n  Return UCase(t)\nEnd Function\n"},
                      {"Worker.NSObject.klvr", "\nPublic Sub Go()\n  log.Append(Shout(\"a\"))\n  log = log\n  log.Append(\"b\")\nEnd Sub\n"}},
                     "A,b X"},
+        ProgramCase{"ForLoopCountsWithAField",
+                    {{"Global.NSObject.klvr", "\nDim i As Integer\nEvent AwakeFromNib()\n  For i = 1 To 3\n    Show()\n  Next\n  Print(i)\nEnd Event\n"
+                                              "Sub Show()\n  Print(\"i=\" & i)\nEnd Sub\n"}},
+                    "i=1|i=2|i=3|4"},
         ProgramCase{"ArraysDictionariesAndTheirLibraryNames",
                     {{"Global.NSObject.klvr",
                       global("  Dim a As New Array\n  a.Append(\"b\")\n  a.addObject(\"c\")\n  a.Insert(0, \"a\")\n  a.insertObject(\"z\", 3)\n"

@@ -174,6 +174,7 @@ struct IfStmt : Stmt {
 
 struct ForStmt : Stmt {
     int slot = 0;
+    bool field = false;  // the counter is a field of the current object
     DeclType type = DeclType::Variant;
     ExprPtr from, to, step;  // step may be null (1)
     Block body;

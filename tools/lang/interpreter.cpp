@@ -88,6 +88,8 @@ Flow IfStmt::exec(Interpreter& in) const {
 }
 
 Flow ForStmt::exec(Interpreter& in) const {
+    // The counter's place is found again after each pass: the body may call methods.
+    const auto counter = [&]() -> Value& { return field ? in.self().fields[static_cast<std::size_t>(slot)] : in.locals[slot]; };
     const Value first = convertTo(type, from->eval(in));
     const Value last = to->eval(in);
     const Value increment = step ? step->eval(in) : Value::ofInteger(1);
@@ -97,18 +99,18 @@ Flow ForStmt::exec(Interpreter& in) const {
         const std::int64_t end = last.i, by = increment.i;
         while (by >= 0 ? i <= end : i >= end) {
             in.tick();  // an empty body still counts
-            in.locals[slot] = Value::ofInteger(i);
+            counter() = Value::ofInteger(i);
             const Flow f = in.execBlock(body);
             if (f != Flow::Normal)
                 return finish(f);
             // The body may change the counter; the loop goes on from its value.
-            const Value& now = in.locals[slot];
+            const Value& now = counter();
             i = now.type == VType::Integer ? now.i : integerOf(now);
             if (__builtin_add_overflow(i, by, &i))
                 break;
             in.line = line;
         }
-        in.locals[slot] = Value::ofInteger(i);
+        counter() = Value::ofInteger(i);
         return Flow::Normal;
     }
     // Fractional bounds or steps count in Double.
@@ -122,14 +124,14 @@ Flow ForStmt::exec(Interpreter& in) const {
     const double end = number(last), by = number(increment);
     while (by >= 0 ? x <= end : x >= end) {
         in.tick();
-        in.locals[slot] = convertTo(type, Value::ofDouble(x));
+        counter() = convertTo(type, Value::ofDouble(x));
         const Flow f = in.execBlock(body);
         if (f != Flow::Normal)
             return finish(f);
-        x = number(in.locals[slot]) + by;
+        x = number(counter()) + by;
         in.line = line;
     }
-    in.locals[slot] = convertTo(type, Value::ofDouble(x));
+    counter() = convertTo(type, Value::ofDouble(x));
     return Flow::Normal;
 }
 

@@ -836,19 +836,7 @@ private:
             stmt->step = parseExpr();
         }
         expectEnd();
-        bool field = false;
-        loopVariable(name, declared, field, stmt->slot, stmt->type);
-        if (field) {
-            // Counting with a class field: rare enough to leave to the checker only.
-            auto unsupported = std::make_unique<UnsupportedStmt>();
-            unsupported->line = line;
-            unsupported->what = "A For loop over a class variable is not supported by the runner";
-            ++li_;
-            open_.push_back(BlockKind::For);
-            Block body = parseBody(BlockKind::For);
-            finishNext();
-            return unsupported;
-        }
+        loopVariable(name, declared, stmt->field, stmt->slot, stmt->type);
         ++li_;
         open_.push_back(BlockKind::For);
         stmt->body = parseBody(BlockKind::For);
