@@ -89,8 +89,9 @@ INSTANTIATE_TEST_SUITE_P(
                                                      "  For Each s In shapes\n    Print(s.Describe())\n  Next\n")},
                      {"Shape.NSObject.klvr", "\nDim side As Integer = 2\nPublic Function Area() As Integer\n  Return 0\nEnd Function\n"
                                              "Public Function Describe() As String\n  Return \"area \" & Area()\nEnd Function\n"},
-                     {"Square.Shape.klvr", "\nEvent Init()\n  side = 3\nEnd Event\nPublic Function Area() As Integer\n  Return side * side\nEnd Function\n"}},
-                    "area 0|area 9"},
+                     {"Square.Shape.klvr", "\nEvent Init()\n  side = 3\nEnd Event\nPublic Function Area() As Integer\n  Return side * side\nEnd Function\n"
+                                           "Public Function Describe() As String\n  Return \"square, \" & Super.Describe()\nEnd Function\n"}},
+                    "area 0|square, area 9"},
         ProgramCase{"GlobalPublicsAreSeenFromEveryClass",
                     {{"Global.NSObject.klvr", "\nPublic Dim log As New Array\nEvent AwakeFromNib()\n  Dim w As New Worker\n  w.Go()\n"
                                               "  Print(Join(log, \",\") & \" \" & Shout(\"x\"))\nEnd Event\n"

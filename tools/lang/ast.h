@@ -57,7 +57,9 @@ struct GlobalFieldExpr : Expr {
     Value eval(Interpreter& in) const override;
 };
 
+// Me; as Super, members are looked up from the superclass of the running method's class.
 struct MeExpr : Expr {
+    bool isSuper = false;
     Value eval(Interpreter& in) const override;
 };
 
@@ -113,6 +115,7 @@ struct MemberExpr : Expr {
     std::string name;  // lower case
     std::string written;
     bool hasArgs = false;
+    bool onSuper = false;  // Super.member
     CollMember builtin = CollMember::None;
     std::vector<ExprPtr> args;
     mutable const RtClass* cachedClass = nullptr;

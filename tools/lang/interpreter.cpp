@@ -428,9 +428,11 @@ Value CallExpr::eval(Interpreter& in) const {
 Value MemberExpr::eval(Interpreter& in) const {
     const Value target = object->eval(in);
     if (Instance* instance = asInstance(target)) {
-        if (instance->cls != cachedClass) {
-            findMember(in, instance->cls, name, written, cachedMethod, cachedSlot);
-            cachedClass = instance->cls;
+        // Super.member starts the look-up above the class whose method runs.
+        const RtClass* cls = onSuper && in.current->parent ? in.current->parent : instance->cls;
+        if (cls != cachedClass) {
+            findMember(in, cls, name, written, cachedMethod, cachedSlot);
+            cachedClass = cls;
         }
         if (cachedMethod)
             return in.invoke(*static_cast<const RtClass::MethodRef*>(cachedMethod), target, args);

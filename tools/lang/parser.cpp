@@ -1572,6 +1572,8 @@ private:
                 if (height > kMaxExpressionHeight)
                     fail("Expression too long");
                 member->height = height;
+                const auto* me = dynamic_cast<const MeExpr*>(expr.get());
+                member->onSuper = me && me->isSuper;
                 member->object = std::move(expr);
                 expr = std::move(member);
             } else if (isOp(p_, '(')) {
@@ -1740,6 +1742,12 @@ private:
                         return var;
                     return makeIndex(std::move(var), std::move(args));
                 }
+        }
+        if (lower == "super" && !hasArgs && context_.superclass) {
+            auto super = std::make_unique<MeExpr>();
+            super->line = line;
+            super->isSuper = true;
+            return super;
         }
         if (!hasArgs)
             if (std::optional<Value> constant = constantValue(lower)) {
