@@ -748,9 +748,14 @@ Value Interpreter::invoke(const RtClass::MethodRef& ref, const Value& target, co
         }
     } storage(count);
     Value* const frame = storage.values;
-    for (std::size_t i = 0; i < count; ++i)
-        if (method.localTypes[i] != DeclType::Variant)
-            frame[i] = defaultOf(method.localTypes[i]);
+    // Typed variables start at their type's empty value; a parameter that receives an
+    // argument is skipped, its value comes next.
+    for (std::size_t i = 0; i < count; ++i) {
+        const DeclType type = method.localTypes[i];
+        if (type == DeclType::Variant || (i < args.size() && method.params[i].slot == static_cast<int>(i)))
+            continue;
+        frame[i] = type == DeclType::Integer ? Value::ofInteger(0) : defaultOf(type);
+    }
     // Arguments are evaluated in the caller's frame, default values in the callee's,
     // where the parameters before them already hold their values.
     for (std::size_t i = 0; i < args.size(); ++i) {
