@@ -684,8 +684,13 @@ Value Interpreter::makeObject(const std::string& lowerClass, const std::vector<E
     const RtClass* cls = classNamed(lowerClass);
     if (!cls)
         throw RuntimeFailure("New " + lowerClass + " is not supported by the runner");
+    // Making an object runs its fields' start values, which may make objects in turn.
+    if (depth_ >= options_.maxCallDepth)
+        throw RuntimeFailure("Too many nested calls");
     Value object = Value::ofObject(new Instance(cls));
+    ++depth_;
     initialize(object, *cls);
+    --depth_;
     const auto init = cls->methods.find("init");
     if (init != cls->methods.end() && init->second.method->kind == MethodKind::Event)
         invoke(init->second, object, args);

@@ -1484,6 +1484,7 @@ private:
     ExprPtr parseNew() {
         const int line = lineNo();
         ++p_;
+        const std::string written = text(p_);
         parseTypeName();
         const std::string type = lastTypeName_;
         std::vector<ExprPtr> args;
@@ -1504,7 +1505,7 @@ private:
             expr->args = std::move(args);
             return expr;
         }
-        return unsupported("New " + type, std::move(args), line);
+        return unsupported("New " + written, std::move(args), line);
     }
 
     DeclType fieldType(int slot) const {
