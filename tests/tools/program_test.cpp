@@ -186,3 +186,108 @@ TEST(Programs, CollectionsBeyondTheMemoryBudgetStopWithOutOfMemory) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(Programs, LiveCyclesSurviveTheCollectionsAroundThem) {
+    // Cycles held by a field, a local variable and a caught error stay whole while
+    // 20,000 dead cycles around them are collected.
+    const Ran ran = runFiles(
+        {{"Global.NSObject.klvr",
+          "\nPublic Dim keep As New Array\nEvent AwakeFromNib()\n  keep.Append(Pair(1))\n  Dim local = Pair(2)\n"
+          "  Try\n    Throw Pair(3)\n  Catch e\n    Churn()\n    Print(keep(0).other.other.value & local.other.other.value & e.other.other.value)\n"
+          "  End Try\nEnd Event\n"
+          "Function Pair(v As Integer)\n  Dim a As New Node\n  Dim b As New Node\n  a.other = b\n  b.other = a\n  a.value = v\n  Return a\nEnd Function\n"
+          "Sub Churn()\n  Dim i As Integer\n  For i = 1 To 20000\n    Pair(0)\n  Next\nEnd Sub\n"},
+         {"Node.NSObject.klvr", "\nPublic Dim other\nPublic Dim value As Integer\n"}});
+    EXPECT_EQ(ran.error, "");
+    EXPECT_EQ(ran.output, QStringList{"123"});
+}
+
+TEST(Dictionaries, KeepInsertionOrderThroughRemovalsAndGrowth) {
+    klvr::DictObj* dict = new klvr::DictObj;
+    const klvr::Value holder = klvr::Value::ofObject(dict);
+    const auto key = [](int i) { return klvr::Value::ofString(QString("k%1").arg(i)); };
+    for (int i = 0; i < 1000; ++i)
+        dict->set(key(i), klvr::Value::ofInteger(i));
+    for (int i = 0; i < 1000; i += 3)
+        EXPECT_TRUE(dict->remove(key(i)));
+    EXPECT_FALSE(dict->remove(key(0))) << "already gone";
+    dict->set(key(0), klvr::Value::ofInteger(-1));  // comes back at the end
+    dict->set(klvr::Value::ofInteger(3), klvr::Value::ofInteger(30));
+    dict->set(klvr::Value::ofDouble(3.0), klvr::Value::ofInteger(31));  // the same key as 3
+    dict->set(klvr::Value(), klvr::Value::ofBoolean(true));
+    EXPECT_EQ(dict->count(), 666u + 3);
+    ASSERT_NE(dict->find(klvr::Value::ofInteger(3)), nullptr);
+    EXPECT_EQ(dict->find(klvr::Value::ofInteger(3))->i, 31);
+    EXPECT_EQ(dict->find(key(3)), nullptr);
+    EXPECT_EQ(dict->find(key(4))->i, 4);
+    EXPECT_EQ(dict->find(klvr::Value::ofString("k4.0")), nullptr);
+    QStringList order;
+    for (const auto& entry : dict->entries)
+        if (entry.alive)
+            order << klvr::textOf(entry.key);
+    EXPECT_EQ(order.mid(0, 3), (QStringList{"k1", "k2", "k4"}));
+    EXPECT_EQ(order.mid(order.size() - 3), (QStringList{"k0", "3", ""}));
+    dict->removeAll();
+    EXPECT_EQ(dict->count(), 0u);
+    EXPECT_EQ(dict->find(key(1)), nullptr);
+}
+
+struct VisibilityCase {
+    const char* name;
+    Files files;
+    std::string error;  // "" when the project is accepted
+    int line = 0;
+    std::string file = "Global.NSObject.klvr";
+};
+
+void PrintTo(const VisibilityCase& c, std::ostream* out) { *out << c.name; }
+
+class Visibility : public ::testing::TestWithParam<VisibilityCase> {};
+
+TEST_P(Visibility, PrivateMembersAreCheckedAcrossFiles) {
+    const VisibilityCase& c = GetParam();
+    QTemporaryDir dir;
+    for (const auto& [name, text] : c.files) {
+        QFile file(dir.filePath(QString::fromStdString(name)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text.data(), static_cast<qint64>(text.size()));
+    }
+    const std::string folder = dir.path().toStdString();
+    const klvr::Vocabulary vocabulary;
+    const klvr::CheckSummary check = klvr::checkProject(folder, klvr::listSourceFiles(folder), vocabulary);
+    EXPECT_EQ(check.error ? check.error->message : std::string(), c.error);
+    if (check.error) {
+        EXPECT_EQ(check.error->line, c.line);
+        EXPECT_EQ(check.error->file, c.file);
+    }
+}
+
+const std::string kBase = "\nDim hidden As Integer\nPublic Dim shown As Integer\nSub Secret()\nEnd Sub\nPublic Sub Open()\n  Me.Secret()\nEnd Sub\n";
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, Visibility,
+    ::testing::Values(
+        VisibilityCase{"PublicMembersOfATypedVariable",
+                       {{"Global.NSObject.klvr", global("  Dim b As New Base\n  b.shown = 1\n  b.Open()\n")}, {"Base.NSObject.klvr", kBase}}, ""},
+        VisibilityCase{"PrivateFieldOfATypedVariable",
+                       {{"Global.NSObject.klvr", global("  Dim b As New Base\n  b.shown = b.hidden\n")}, {"Base.NSObject.klvr", kBase}},
+                       "hidden is Private in Base", 4},
+        VisibilityCase{"PrivateMethodOfATypedParameter",
+                       {{"Global.NSObject.klvr", global("", "Sub Use(b As Base)\n  b.Secret()\nEnd Sub\n")}, {"Base.NSObject.klvr", kBase}},
+                       "Secret is Private in Base", 5},
+        VisibilityCase{"SubclassUsesWhatItInherits",
+                       {{"Global.NSObject.klvr", global("")}, {"Base.NSObject.klvr", kBase},
+                        {"Derived.Base.klvr", "\nSub Touch(other As Base)\n  hidden = 2\n  Secret()\n  other.hidden = 3\nEnd Sub\n"}},
+                       ""},
+        VisibilityCase{"PrivateMemberOfGlobalIsUnknownElsewhere",
+                       {{"Global.NSObject.klvr", "\nDim mine As Integer\nPublic Dim ours As Integer\n" + global("")},
+                        {"Other.NSObject.klvr", "\nSub Use()\n  ours = 1\n  mine = 2\nEnd Sub\n"}},
+                       "Unknown identifier mine", 4, "Other.NSObject.klvr"},
+        VisibilityCase{"InheritanceCycle",
+                       {{"Global.NSObject.klvr", global("")}, {"A.B.klvr", "\n"}, {"B.C.klvr", "\n"}, {"C.A.klvr", "\n"}},
+                       "Class A derives from itself", 1, "A.B.klvr"}),
+    [](const ::testing::TestParamInfo<VisibilityCase>& info) { return std::string(info.param.name); });
+
+}  // namespace
