@@ -617,6 +617,7 @@ void Interpreter::link(const std::vector<const ClassUnit*>& units) {
         cls->name = unit->className.empty() ? std::string("Global") : unit->className;
         cls->unit = unit;
         byName.emplace(lowerName(cls->name), cls.get());
+        byName_.emplace(lowerName(cls->name), cls.get());
         classes_.push_back(std::move(cls));
     }
     for (auto& cls : classes_) {
@@ -651,10 +652,8 @@ void Interpreter::link(const std::vector<const ClassUnit*>& units) {
 }
 
 const RtClass* Interpreter::classNamed(const std::string& lower) const {
-    for (const auto& cls : classes_)
-        if (lowerName(cls->name) == lower)
-            return cls.get();
-    return nullptr;
+    const auto found = byName_.find(lower);
+    return found == byName_.end() ? nullptr : found->second;
 }
 
 void Interpreter::initialize(const Value& object, const RtClass& cls) {

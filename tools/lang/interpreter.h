@@ -11,6 +11,8 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace klvr {
@@ -84,6 +86,7 @@ private:
     void initialize(const Value& object, const RtClass& cls);
 
     std::vector<std::unique_ptr<RtClass>> classes_;
+    std::unordered_map<std::string, const RtClass*> byName_;  // by lower-case name
     Value globalValue;
     Options options_;
     std::int64_t steps_ = 0;
