@@ -59,13 +59,15 @@ int build(const fs::path& project, const std::string& configuration, const fs::p
     const std::string resources = klvr::defaultResourcesDir(self.string());
     const int added = vocabulary.loadPropertyLists(resources);
     const std::vector<std::string> sources = klvr::listSourceFiles(project);
-    std::printf("Checking %zu files of %s (%d vocabulary words)\n", sources.size(), project.c_str(), added);
+    std::printf("Checking %zu %s of %s (%d vocabulary words)\n", sources.size(), sources.size() == 1 ? "file" : "files",
+                project.c_str(), added);
     std::fflush(stdout);
     const klvr::CheckSummary summary = klvr::checkProject(project, sources, vocabulary);
     if (summary.error)
         return fail(*summary.error);
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
-    std::printf("Checked %zu files, %zu lines in %.2f s\n", summary.files, summary.lines, seconds);
+    std::printf("Checked %zu %s, %zu %s in %.2f s\n", summary.files, summary.files == 1 ? "file" : "files", summary.lines,
+                summary.lines == 1 ? "line" : "lines", seconds);
     const fs::path runner = self.parent_path() / "klvrrun";
     if (!fs::exists(runner, error)) {
         std::fprintf(stderr, "klvrcompiler: the runner %s is missing\n", runner.c_str());

@@ -1,5 +1,6 @@
 // klvrrun: runs a Kelvaro program.
-//   klvrrun FOLDER      runs the Global class of the sources in FOLDER
+//   klvrrun FOLDER      runs the program of the sources in FOLDER
+//   klvrrun             prints its usage
 // Copied into a built application as Contents/MacOS/N and started with no
 // arguments, it runs the sources in ../Resources beside itself.
 #include "tools/lang/project.h"
@@ -53,16 +54,23 @@ int main(int argc, char** argv) {
     // Output reaches the IDE's run log line by line, also from a program that never ends.
     std::setvbuf(stdout, nullptr, _IOLBF, 1 << 16);
     fs::path folder;
+    // Under its own name the runner needs a folder; as a built application's
+    // executable it runs the sources beside itself.
+    const bool ownName = fs::path(argv[0]).filename() == "klvrrun";
     if (argc == 2 && std::strcmp(argv[1], "-h") != 0 && std::strcmp(argv[1], "--help") != 0) {
         folder = argv[1];
-    } else if (argc == 1) {
+    } else if (argc == 1 && !ownName) {
         std::error_code error;
         fs::path self = fs::read_symlink("/proc/self/exe", error);
         if (error)
             self = fs::absolute(argv[0]);
         folder = self.parent_path().parent_path() / "Resources";
     } else {
-        std::fputs("usage: klvrrun FOLDER\n", stderr);
+        std::fputs("usage: klvrrun FOLDER\n"
+                   "  runs the Kelvaro program whose sources (Global.NSObject.klvr and the other\n"
+                   "  *.klvr files) are in FOLDER; a runtime error prints one line\n"
+                   "  \"Kelvaro: <message> in line N in file F\" on standard error and gives 1\n",
+                   stderr);
         return 2;
     }
     const auto error = runWithLargeStack(folder);

@@ -73,12 +73,15 @@ struct SourceReport {
 const QRegularExpression kMethodStart(
     QStringLiteral("^(?:(?:Public|Private) )?(Sub|Function|Event|Action|Delegate|IBAction) (\\w+)\\(([^)]*)\\)"),
     QRegularExpression::CaseInsensitiveOption);
-const QRegularExpression kDimOrConst(QStringLiteral("^(?:(?:Public|Private) )?(Dim|Const|IBOutlet) (\\w+) As (\\w+)"),
+const QRegularExpression kDimOrConst(QStringLiteral("^(?:(?:Public|Private) )?(Dim|Const|IBOutlet) (\\w+)(?: As (?:New )?(\\w+))?"),
                                      QRegularExpression::CaseInsensitiveOption);
+// Variables a loop or a Catch part declares.
+const QRegularExpression kLoopOrCatch(QStringLiteral("^(?:For Each|Catch) (\\w+)"), QRegularExpression::CaseInsensitiveOption);
 
 // Checks that every block is closed by its own line, that declarations do not
-// nest, and that only declarations stand outside methods.
-SourceReport examineSource(const QString& text) {
+// nest, and that only declarations stand outside methods. `classes` are the
+// project's classes, which are types besides the runner's own.
+SourceReport examineSource(const QString& text, const QStringList& classes = {}) {
     SourceReport report;
     QStringList open; // the block kinds entered, innermost last
     const QStringList lines = text.split(QLatin1Char('\n'));
@@ -103,10 +106,13 @@ SourceReport examineSource(const QString& text) {
         if (const auto m = kDimOrConst.match(code); m.hasMatch()) {
             report.declared.insert(m.captured(2).toLower());
             const QString type = m.captured(3);
-            if (!QStringList{"Integer", "Double", "String", "Boolean"}.contains(type))
+            if (!type.isEmpty() && !QStringList{"Integer", "Double", "String", "Boolean", "Array", "Dictionary"}.contains(type) &&
+                !classes.contains(type))
                 report.problems << where + "type " + type + " is not one the runner knows";
             continue;
         }
+        if (const auto m = kLoopOrCatch.match(code); m.hasMatch())
+            report.declared.insert(m.captured(1).toLower());
         if (open.isEmpty()) {
             report.problems << where + "statement outside a method: " + code;
             continue;
@@ -128,6 +134,8 @@ SourceReport examineSource(const QString& text) {
             open << "for";
         } else if (lower.startsWith("while ")) {
             open << "while";
+        } else if (lower == "try") {
+            open << "try";
         } else if (lower.startsWith("if ") && lower.endsWith(" then")) {
             open << "if";
         } else if (lower == "else" || lower.startsWith("else if ") || lower.startsWith("elseif ")) {
@@ -179,7 +187,7 @@ bool copyFolder(const QString& from, const QString& to) {
 
 TEST(ExampleProjects, EveryExampleIsAValidProjectFolderInSourceAndBuild) {
     const QStringList examples = exampleProjects(sourceResources());
-    for (const char* required : {"Hello", "Fibonacci", "TextTools"})
+    for (const char* required : {"Hello", "Fibonacci", "TextTools", "Inventory", "Stacks"})
         EXPECT_TRUE(examples.contains(QString::fromLatin1(required))) << required;
     EXPECT_EQ(exampleProjects(builtResources()), examples) << "the build copies every example";
 
@@ -213,14 +221,25 @@ TEST(ExampleProjects, EveryExampleIsAValidProjectFolderInSourceAndBuild) {
 }
 
 TEST(ExampleProjects, SourcesKeepToTheLanguageCoreTheRunnerCarriesOut) {
-    // The runner's words: statements, the four types, and its built-in functions.
+    // The runner's words: statements, types, objects, collections and their members,
+    // exceptions, and the built-in functions the examples use.
     const QSet<QString> runnerWords = {
         "sub", "function", "event", "end", "public", "private", "dim", "const", "as", "if", "then",
         "else", "elseif", "for", "to", "step", "next", "while", "wend", "return", "and", "or", "not",
         "mod", "true", "false", "integer", "double", "string", "boolean", "len", "left", "right",
-        "mid", "instr", "ucase", "lcase", "trim", "str", "val", "alert", "msgbox", "print"};
+        "mid", "instr", "ucase", "lcase", "trim", "str", "val", "alert", "msgbox", "print", "new",
+        "nil", "me", "is", "each", "in", "try", "catch", "finally", "throw", "array", "dictionary",
+        "append", "remove", "count", "haskey", "keys", "message", "round", "join", "init"};
     for (const QString& name : exampleProjects(sourceResources())) {
         const QString project = sourceResources() + "/Examples/" + name;
+        // A member of one class is used through objects in the others.
+        QStringList classes;
+        QSet<QString> declared;
+        for (const QString& file : sourceFiles(project)) {
+            classes << file.section('.', 0, 0);
+            declared.insert(file.section('.', 0, 0).toLower());
+            declared.unite(examineSource(QString::fromUtf8(contents(project + "/" + file)), classes).declared);
+        }
         for (const QString& file : sourceFiles(project)) {
             SCOPED_TRACE((name + "/" + file).toStdString());
             const QString text = QString::fromUtf8(contents(project + "/" + file));
@@ -228,10 +247,10 @@ TEST(ExampleProjects, SourcesKeepToTheLanguageCoreTheRunnerCarriesOut) {
             EXPECT_TRUE(text.startsWith('\n'));
             EXPECT_TRUE(text.endsWith('\n'));
             EXPECT_FALSE(text.contains('\r'));
-            const SourceReport report = examineSource(text);
+            const SourceReport report = examineSource(text, classes);
             EXPECT_TRUE(report.problems.isEmpty()) << report.problems.join("\n").toStdString();
             for (const QString& word : report.words)
-                EXPECT_TRUE(runnerWords.contains(word) || report.declared.contains(word))
+                EXPECT_TRUE(runnerWords.contains(word) || declared.contains(word))
                     << word.toStdString() << " is neither declared nor known to the runner";
             if (file == "Global.NSObject.klvr") {
                 EXPECT_TRUE(text.contains("\nEvent AwakeFromNib()\n"));
@@ -276,7 +295,14 @@ TEST(ExampleProjects, ExamplesBuildAndPrintWhatTheyCompute) {
           "Letter o:    4 times", "First word:  the", "Last word:   dog",
           "'fox' starts at position 18: fox", "'cat' does not occur",
           "'Never odd or even' reads the same backwards", "'Kelvaro' backwards is 'oravleK'",
-          "Val('12') + Val('30') = 42", "| Done |"}}};
+          "Val('12') + Val('30') = 42", "| Done |"}},
+        {"Inventory",
+         {"  apple: 60 at 0.4", "Sold 5 pear for 2.75", "Cannot sell 70 apple: only 60 left",
+          "Cannot sell 1 kiwi: no such item", "  pear: 15 at 0.55", "Sold out: plum", "Value of the stock: 32.25"}},
+        {"Stacks",
+         {"(a[b]{c}): balanced", "(a[b)]: ) at 4 closes the wrong bracket", "((: 2 left open", "Waiting: 3",
+          "Serving Ada", "Serving Alan", "Error: the queue is empty", "Pushed 4", "Error: the stack is full (2)",
+          "The stack holds 2 numbers, 4 on top"}}};
     for (auto it = expected.cbegin(); it != expected.cend(); ++it) {
         SCOPED_TRACE(it.key().toStdString());
         QTemporaryDir temp;

@@ -97,12 +97,11 @@ TEST(Runner, ArithmeticAndConversions) {
         "  Dim t As String = 12\n"
         "  Print(n & \" \" & d / 2 & \" \" & 7 \\ 2 & \" \" & -7 Mod 3 & \" \" & 2 ^ 10 & \" \" & b & \" \" & t + 1)\n"
         "  Print(1 + 2 * 3 - -1 & \" \" & (1 + 2) * 3 & \" \" & (5 > 3 And 2 > 1) & \" \" & Not True & \" \" & (1 = 1.0))\n"
-        "  Print(9223372036854775807 + 1)\n"
         "  Print(\"a\" < \"b\" Or 1 / 0 = 1)\n"  // Or stops before dividing by zero
         "  Dim v\n  Print((v Is Nil) & (0 Is Nil) & (Nil Is Nil) & (2 Is 2))\n"
         "  Try\n    Print(\"try\")\n  Catch e\n    Print(\"catch\")\n  Finally\n    Print(\"finally\")\n  End Try\n"));
     EXPECT_EQ(o.error, "");
-    EXPECT_EQ(o.output, (QStringList{"8 3.5 3 -1 1024 True 121", "8 9 True False True", "-9223372036854775808", "True",
+    EXPECT_EQ(o.output, (QStringList{"8 3.5 3 -1 1024 True 121", "8 9 True False True", "True",
                                      "TrueFalseTrueTrue", "try", "finally"}));
 }
 
@@ -183,7 +182,7 @@ INSTANTIATE_TEST_SUITE_P(
                          "Too many nested calls", 6},
         RuntimeErrorCase{"EndlessLoopHitsTheStepLimit", program("  While True\n  Wend\n"), "Step limit reached", 3},
         RuntimeErrorCase{"ObjectMembersFailWhenReached", program("  Print(\"before\")\n  NSApp.terminate Nil\n"),
-                         "Member call is not supported by the runner", 4},
+                         "NSApp is not supported by the runner", 4},
         RuntimeErrorCase{"LibraryNameFailsWhenReached", program("  Print(1)\n  NSApp = 2\n"), "NSApp is not supported by the runner", 4},
         RuntimeErrorCase{"ConversionOverflow", program("  Dim n As Integer = 1e300\n"), "Overflow", 3}),
     [](const ::testing::TestParamInfo<RuntimeErrorCase>& info) { return std::string(info.param.name); });

@@ -141,20 +141,20 @@ TEST(Toolchain, AFolderWithoutTheGlobalFileIsAnError) {
 
 TEST(Toolchain, VocabularyListsMakeLibraryNamesKnown) {
     QTemporaryDir tmp;
-    const QString project = makeProject(tmp, "P", "\nEvent AwakeFromNib()\n  Dim p As String = ReadString(\"x\")\nEnd Event\n");
+    const QString project = makeProject(tmp, "P", "\nEvent AwakeFromNib()\n  Dim p As String = Shell(\"x\")\nEnd Event\n");
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert("KELVARO_RESOURCES", tmp.path() + "/Resources");
     EXPECT_EQ(runTool(kToolsDir + "/klvrcompiler", {project, "-Release"}, env).err,
-              "Kelvaro: Unknown identifier ReadString in line 3 in file Global.NSObject.klvr\n");
+              "Kelvaro: Unknown identifier Shell in line 3 in file Global.NSObject.klvr\n");
     writeFile(tmp.path() + "/Resources/function.plist",
-              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>ReadString</key>"
-              "<string>ReadString(path As String)</string></dict></plist>\n");
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>Shell</key>"
+              "<string>Shell(command As String)</string></dict></plist>\n");
     const Result r = runTool(kToolsDir + "/klvrcompiler", {project, "-Release"}, env);
     EXPECT_EQ(r.exitCode, 0) << r.err.toStdString();
-    // The runner cannot read files: the application says so at the line that needs it.
+    // The runner does not start programs: the application says so at the line that needs it.
     const Result run = runTool(project + "/build/Release/P.app/Contents/MacOS/P", {});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.err, "Kelvaro: ReadString is not supported by the runner in line 3 in file Global.NSObject.klvr\n");
+    EXPECT_EQ(run.err, "Kelvaro: Shell is not supported by the runner in line 3 in file Global.NSObject.klvr\n");
 }
 
 TEST(Toolchain, CleanRemovesTheBuildFolderOnlyAlsoWithBlanksInThePath) {
@@ -270,6 +270,33 @@ TEST(Toolchain, RunnerReportsRuntimeErrorsAndDeepRecursion) {
     EXPECT_EQ(r.out, "1\n");
     EXPECT_EQ(r.err, "Kelvaro: Too many nested calls in line 9 in file Global.NSObject.klvr\n");
     EXPECT_EQ(runTool(kToolsDir + "/klvrrun", {"a", "b"}).exitCode, 2);
+    const Result usage = runTool(kToolsDir + "/klvrrun", {});
+    EXPECT_EQ(usage.exitCode, 2);
+    EXPECT_TRUE(usage.err.startsWith("usage: klvrrun FOLDER\n"));
+}
+
+TEST(Toolchain, ByteOrderMarkSingularCountAndPrivateMembersOfOtherClasses) {
+    QTemporaryDir tmp;
+    const QString project = makeProject(tmp, "Bom", "\xEF\xBB\xBF" "Dim n As Integer = 2\nEvent AwakeFromNib()\n  Print(n)\nEnd Event");
+    const Result build = compiler({project, "-Release"});
+    EXPECT_EQ(build.err, "");
+    EXPECT_TRUE(build.out.startsWith("Checking 1 file of ")) << build.out.toStdString();
+    EXPECT_TRUE(build.out.contains("Checked 1 file, 4 lines in "));
+    EXPECT_EQ(runTool(project + "/build/Release/Bom.app/Contents/MacOS/Bom", {}).out, "2\n");
+
+    writeFile(project + "/Global.NSObject.klvr", "\nEvent AwakeFromNib()\n  Dim c As New Counter\n  c.Add(1)\n  Print(c.hidden)\nEnd Event\n");
+    writeFile(project + "/Counter.NSObject.klvr", "\nDim hidden As Integer\nPublic Sub Add(n As Integer)\n  hidden = hidden + n\nEnd Sub\n");
+    EXPECT_EQ(compiler({project, "-Release"}).err, "Kelvaro: hidden is Private in Counter in line 5 in file Global.NSObject.klvr\n");
+}
+
+TEST(Toolchain, AHundredMillionElementArrayEndsInOutOfMemory) {
+    QTemporaryDir tmp;
+    const QString project = makeProject(tmp, "Big", "\nEvent AwakeFromNib()\n  Dim a As New Array\n  Dim i As Integer\n"
+                                                    "  For i = 1 To 100000000\n    a.Append(i)\n  Next\n  Print(a.Count)\nEnd Event\n");
+    const Result r = runTool(kToolsDir + "/klvrrun", {project});
+    EXPECT_EQ(r.status, QProcess::NormalExit);
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_EQ(r.err, "Kelvaro: Out of memory in line 6 in file Global.NSObject.klvr\n");
 }
 
 TEST(Toolchain, ManyFilesAndOddInputEndInABuildOrAClearError) {

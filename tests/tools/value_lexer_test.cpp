@@ -51,14 +51,14 @@ constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 INSTANTIATE_TEST_SUITE_P(
     Table, Operators,
     ::testing::Values(
-        OpCase{BinOp::Add, I(2), I(3), "I:5"}, OpCase{BinOp::Add, I(kMax), I(1), "I:" + std::to_string(kMin)},
-        OpCase{BinOp::Sub, I(kMin), I(1), "I:" + std::to_string(kMax)}, OpCase{BinOp::Mul, I(kMax), I(2), "I:-2"},
+        OpCase{BinOp::Add, I(2), I(3), "I:5"}, OpCase{BinOp::Add, I(kMax), I(1), "Overflow"},
+        OpCase{BinOp::Sub, I(kMin), I(1), "Overflow"}, OpCase{BinOp::Mul, I(kMax), I(2), "Overflow"},
         OpCase{BinOp::Add, I(1), D(0.5), "D:1.5"}, OpCase{BinOp::Add, S("a"), I(1), "S:a1"},
         OpCase{BinOp::Add, I(1), S("a"), "S:1a"}, OpCase{BinOp::Add, Value(), I(4), "I:4"},
         OpCase{BinOp::Add, B(true), I(1), "Type mismatch"}, OpCase{BinOp::Sub, S("3"), I(1), "Type mismatch"},
         OpCase{BinOp::Concat, D(0.1), B(false), "S:0.1False"}, OpCase{BinOp::Concat, Value(), Value(), "S:"},
         OpCase{BinOp::Div, I(7), I(2), "D:3.5"}, OpCase{BinOp::Div, I(1), D(0.0), "Division by zero"},
-        OpCase{BinOp::IntDiv, I(-7), I(2), "I:-3"}, OpCase{BinOp::IntDiv, I(kMin), I(-1), "I:" + std::to_string(kMin)},
+        OpCase{BinOp::IntDiv, I(-7), I(2), "I:-3"}, OpCase{BinOp::IntDiv, I(kMin), I(-1), "Overflow"},
         OpCase{BinOp::IntDiv, D(7.6), I(2), "I:4"}, OpCase{BinOp::IntDiv, I(1), I(0), "Division by zero"},
         OpCase{BinOp::Mod, I(-7), I(3), "I:-1"}, OpCase{BinOp::Mod, I(kMin), I(-1), "I:0"},
         OpCase{BinOp::Mod, D(7.5), I(2), "D:1.5"}, OpCase{BinOp::Mod, D(1), D(0), "Division by zero"},
@@ -79,14 +79,14 @@ TEST(Conversions, AssignmentToTypedVariables) {
     EXPECT_THROW(klvr::convertTo(DeclType::Integer, B(true)), klvr::RuntimeFailure);
     EXPECT_THROW(klvr::convertTo(DeclType::Integer, D(1e19)), klvr::RuntimeFailure);
     EXPECT_EQ(klvr::convertTo(DeclType::Double, S("2.5")).d, 2.5);
-    EXPECT_EQ(klvr::convertTo(DeclType::String, D(1.0 / 3)).s, "0.333333333333333");
-    EXPECT_EQ(klvr::convertTo(DeclType::String, Value()).s, "");
+    EXPECT_EQ(klvr::convertTo(DeclType::String, D(1.0 / 3)).str(), "0.333333333333333");
+    EXPECT_EQ(klvr::convertTo(DeclType::String, Value()).str(), "");
     EXPECT_TRUE(klvr::convertTo(DeclType::Boolean, S("TRUE")).b);
     EXPECT_FALSE(klvr::convertTo(DeclType::Boolean, I(0)).b);
     EXPECT_THROW(klvr::convertTo(DeclType::Boolean, S("yes")), klvr::RuntimeFailure);
     EXPECT_EQ(klvr::convertTo(DeclType::Variant, S("x")).type, klvr::VType::String);
     EXPECT_THROW(klvr::truthOf(S("True")), klvr::RuntimeFailure);
-    EXPECT_EQ(klvr::negate(I(kMin)).i, kMin);
+    EXPECT_THROW(klvr::negate(I(kMin)), klvr::RuntimeFailure);
 }
 
 TEST(Conversions, ValReadsTheNumberAtTheStart) {

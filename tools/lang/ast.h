@@ -45,8 +45,31 @@ struct LocalExpr : Expr {
     Value eval(Interpreter& in) const override;
 };
 
+// A field of the current object (Me).
 struct FieldExpr : Expr {
     int slot = 0;
+    Value eval(Interpreter& in) const override;
+};
+
+// A Public field of Global used by its plain name from another class.
+struct GlobalFieldExpr : Expr {
+    int slot = 0;
+    Value eval(Interpreter& in) const override;
+};
+
+// Me; as Super, members are looked up from the superclass of the running method's class.
+struct MeExpr : Expr {
+    bool isSuper = false;
+    Value eval(Interpreter& in) const override;
+};
+
+struct RtClass;
+
+// New Array, New Dictionary, New ClassName(arguments for its Init).
+struct NewExpr : Expr {
+    enum Kind : std::uint8_t { Array, Dictionary, Class } kind = Class;
+    std::string className;  // lower case
+    std::vector<ExprPtr> args;
     Value eval(Interpreter& in) const override;
 };
 
@@ -62,13 +85,59 @@ struct BinaryExpr : Expr {
     Value eval(Interpreter& in) const override;
 };
 
+// A call of a method of the current object (or of Global) by its plain name. The
+// method is looked up in the object's class, so a subclass's override is the one
+// called; the last class seen and its method are kept.
+// A local variable and a whole-number constant (n - 1, i < 10): the most common
+// operation of loops and recursion, read without copying the variable. Returns null
+// for an operator it does not cover.
+ExprPtr makeLocalConstant(BinOp op, int slot, std::int64_t constant);
+
 struct CallExpr : Expr {
-    int method = 0;
+    std::string name;  // lower case
+    bool onGlobal = false;
     std::vector<ExprPtr> args;
+    mutable const RtClass* cachedClass = nullptr;
+    mutable const void* cachedMethod = nullptr;
     Value eval(Interpreter& in) const override;
 };
 
-enum class Builtin : std::uint8_t { Len, Left, Right, Mid, InStr, UCase, LCase, Trim, Str, Val, Alert, MsgBox, Print };
+// Members of Arrays, Dictionaries and errors, known by name when the tree is built.
+enum class CollMember : std::uint8_t {
+    None, Append, Insert, InsertObject, Remove, RemoveAt, RemoveObject, RemoveAll, RemoveLast, Count, IndexOf,
+    ObjectAt, Replace, Contains, First, Last, Join, HasKey, Keys, Values, ObjectForKey, SetObject, Message, Name
+};
+
+// object.member or object.member(arguments): a method or field of an object of the
+// program, or a member of an Array, a Dictionary or an error.
+struct MemberExpr : Expr {
+    ExprPtr object;
+    std::string name;  // lower case
+    std::string written;
+    bool hasArgs = false;
+    bool onSuper = false;  // Super.member
+    CollMember builtin = CollMember::None;
+    std::vector<ExprPtr> args;
+    mutable const RtClass* cachedClass = nullptr;
+    mutable const void* cachedMethod = nullptr;
+    mutable int cachedSlot = -1;
+    Value eval(Interpreter& in) const override;
+};
+
+// list(i) and dictionary(key).
+struct IndexExpr : Expr {
+    ExprPtr target, index;
+    Value eval(Interpreter& in) const override;
+};
+
+enum class Builtin : std::uint8_t {
+    Len, Left, Right, Mid, InStr, UCase, LCase, Trim, Str, Val, Alert, MsgBox, Print,
+    LTrim, RTrim, InStrRev, Replace, Split, Join, StrReverse, StrComp, Space, Chr, Asc, Hex, Oct,
+    Abs, Sqr, Int, Fix, Round, Sgn, Rnd, Randomize, Sin, Cos, Tan, Atn, Exp, Log, Min, Max,
+    CStr, CInt, CLng, CDbl, CBool, IsNumeric, IsNil, IsArray, UBound, LBound,
+    Now, Today, Timer, Year, Month, Day, Hour, Minute, Second, Weekday, DateAdd, DateDiff,
+    Sleep, ReadString, WriteString, FileExists, FolderExists
+};
 
 struct BuiltinExpr : Expr {
     Builtin fn = Builtin::Len;
@@ -87,7 +156,7 @@ struct UnsupportedExpr : Expr {
 // ---- statements ----
 
 struct AssignStmt : Stmt {
-    bool field = false;
+    enum Target : std::uint8_t { Local, Field, GlobalField } target = Local;
     int slot = 0;
     DeclType type = DeclType::Variant;
     ExprPtr value;  // null for a Dim without a start value: the slot gets its default
@@ -108,6 +177,7 @@ struct IfStmt : Stmt {
 
 struct ForStmt : Stmt {
     int slot = 0;
+    bool field = false;  // the counter is a field of the current object
     DeclType type = DeclType::Variant;
     ExprPtr from, to, step;  // step may be null (1)
     Block body;
@@ -142,10 +212,37 @@ struct SelectStmt : Stmt {
     Flow exec(Interpreter& in) const override;
 };
 
-// Try … Catch … Finally … End Try: runtime errors end the program, so the runner
-// runs the Try part and then the Finally part; a Catch part is never reached.
+struct SetMemberStmt : Stmt {
+    std::unique_ptr<MemberExpr> target;
+    ExprPtr value;
+    Flow exec(Interpreter& in) const override;
+};
+
+struct SetIndexStmt : Stmt {
+    ExprPtr target, index, value;
+    Flow exec(Interpreter& in) const override;
+};
+
+// For Each item In list: the elements of an Array, the keys of a Dictionary.
+struct ForEachStmt : Stmt {
+    int slot = 0;
+    DeclType type = DeclType::Variant;
+    ExprPtr collection;
+    Block body;
+    Flow exec(Interpreter& in) const override;
+};
+
+// Try … Catch e … Finally … End Try. A runtime error in the Try part runs the Catch
+// part with e holding the error; the Finally part runs however the others end.
 struct TryStmt : Stmt {
-    Block body, finallyBlock;
+    Block body, catchBlock, finallyBlock;
+    bool hasCatch = false;
+    int catchSlot = -1;  // the local that receives the error, or -1
+    Flow exec(Interpreter& in) const override;
+};
+
+struct ThrowStmt : Stmt {
+    ExprPtr value;  // an error, or any value whose text is the message; null rethrows
     Flow exec(Interpreter& in) const override;
 };
 
@@ -196,7 +293,9 @@ struct Field {
 // One compiled source file (one class).
 struct ClassUnit {
     std::string file;  // relative to the project folder
-    std::vector<Field> fields;
+    std::string className, superName;  // from the file name <Class>.<SuperClass>.klvr
+    int inheritedFields = 0;  // the superclass's fields come first; own slots follow
+    std::vector<Field> fields;  // own fields only
     std::vector<Method> methods;
     Block fieldInits;  // class-level start values, run before the first event
 };

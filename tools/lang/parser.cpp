@@ -4,6 +4,8 @@
 #include "tools/lang/lexer.h"
 
 #include <cerrno>
+#include <cstdint>
+#include <filesystem>
 #include <cstdlib>
 #include <cstring>
 #include <algorithm>
@@ -75,8 +77,68 @@ const std::unordered_map<std::string, Builtin>& builtinTable() {
         {"instr", Builtin::InStr}, {"ucase", Builtin::UCase}, {"lcase", Builtin::LCase},
         {"trim", Builtin::Trim}, {"str", Builtin::Str}, {"val", Builtin::Val}, {"alert", Builtin::Alert},
         {"msgbox", Builtin::MsgBox}, {"print", Builtin::Print},
+        {"ltrim", Builtin::LTrim}, {"rtrim", Builtin::RTrim}, {"instrrev", Builtin::InStrRev},
+        {"replace", Builtin::Replace}, {"split", Builtin::Split}, {"join", Builtin::Join},
+        {"strreverse", Builtin::StrReverse}, {"strcomp", Builtin::StrComp}, {"space", Builtin::Space},
+        {"chr", Builtin::Chr}, {"asc", Builtin::Asc}, {"hex", Builtin::Hex}, {"oct", Builtin::Oct},
+        {"abs", Builtin::Abs}, {"sqr", Builtin::Sqr}, {"int", Builtin::Int}, {"fix", Builtin::Fix},
+        {"round", Builtin::Round}, {"sgn", Builtin::Sgn}, {"rnd", Builtin::Rnd}, {"randomize", Builtin::Randomize},
+        {"sin", Builtin::Sin}, {"cos", Builtin::Cos}, {"tan", Builtin::Tan}, {"atn", Builtin::Atn},
+        {"exp", Builtin::Exp}, {"log", Builtin::Log}, {"min", Builtin::Min}, {"max", Builtin::Max},
+        {"cstr", Builtin::CStr}, {"cint", Builtin::CInt}, {"clng", Builtin::CLng}, {"cdbl", Builtin::CDbl},
+        {"cbool", Builtin::CBool}, {"isnumeric", Builtin::IsNumeric}, {"isnil", Builtin::IsNil},
+        {"isarray", Builtin::IsArray}, {"ubound", Builtin::UBound}, {"lbound", Builtin::LBound},
+        {"now", Builtin::Now}, {"today", Builtin::Today}, {"timer", Builtin::Timer}, {"year", Builtin::Year},
+        {"month", Builtin::Month}, {"day", Builtin::Day}, {"hour", Builtin::Hour}, {"minute", Builtin::Minute},
+        {"second", Builtin::Second}, {"weekday", Builtin::Weekday}, {"dateadd", Builtin::DateAdd},
+        {"datediff", Builtin::DateDiff}, {"sleep", Builtin::Sleep}, {"readstring", Builtin::ReadString},
+        {"writestring", Builtin::WriteString}, {"fileexists", Builtin::FileExists},
+        {"folderexists", Builtin::FolderExists},
     };
     return table;
+}
+
+const std::unordered_map<std::string, CollMember>& collectionMembers() {
+    static const std::unordered_map<std::string, CollMember> table = {
+        {"append", CollMember::Append}, {"addobject", CollMember::Append}, {"insert", CollMember::Insert},
+        {"insertobject", CollMember::InsertObject}, {"remove", CollMember::Remove},
+        {"removeobjectatindex", CollMember::RemoveAt}, {"removeobject", CollMember::RemoveObject},
+        {"removeobjectforkey", CollMember::Remove}, {"removeall", CollMember::RemoveAll},
+        {"removeallobjects", CollMember::RemoveAll}, {"removelastobject", CollMember::RemoveLast},
+        {"count", CollMember::Count}, {"indexof", CollMember::IndexOf}, {"indexofobject", CollMember::IndexOf},
+        {"objectatindex", CollMember::ObjectAt}, {"replaceobjectatindex", CollMember::Replace},
+        {"contains", CollMember::Contains}, {"containsobject", CollMember::Contains},
+        {"firstobject", CollMember::First}, {"lastobject", CollMember::Last},
+        {"componentsjoinedbystring", CollMember::Join}, {"haskey", CollMember::HasKey},
+        {"keys", CollMember::Keys}, {"allkeys", CollMember::Keys}, {"values", CollMember::Values},
+        {"allvalues", CollMember::Values}, {"objectforkey", CollMember::ObjectForKey},
+        {"valueforkey", CollMember::ObjectForKey}, {"setobject", CollMember::SetObject},
+        {"setvalue", CollMember::SetObject}, {"message", CollMember::Message}, {"reason", CollMember::Message},
+        {"description", CollMember::Message}, {"name", CollMember::Name},
+    };
+    return table;
+}
+
+// Constants a console program uses, with their values.
+std::optional<Value> constantValue(const std::string& lower) {
+    if (lower == "kcrlf") return Value::ofString(QStringLiteral("\r\n"));
+    if (lower == "klf") return Value::ofString(QStringLiteral("\n"));
+    if (lower == "kcr") return Value::ofString(QStringLiteral("\r"));
+    if (lower == "ktab") return Value::ofString(QStringLiteral("\t"));
+    if (lower == "kquote") return Value::ofString(QStringLiteral("\""));
+    if (lower == "kpi") return Value::ofDouble(3.14159265358979323846);
+    if (lower == "kmaxinteger") return Value::ofInteger(INT64_MAX);
+    if (lower == "kmininteger") return Value::ofInteger(INT64_MIN);
+    if (lower == "nsnotfound") return Value::ofInteger(-1);
+    return std::nullopt;
+}
+
+std::optional<NewExpr::Kind> collectionKind(const std::string& lower) {
+    if (lower == "array" || lower == "nsmutablearray" || lower == "nsarray")
+        return NewExpr::Array;
+    if (lower == "dictionary" || lower == "nsmutabledictionary" || lower == "nsdictionary")
+        return NewExpr::Dictionary;
+    return std::nullopt;
 }
 
 struct Member {
@@ -89,6 +151,20 @@ public:
     Parser(std::string_view text, std::string file, const CompileContext& context)
         : file_(std::move(file)), context_(context) {
         unit_.file = file_;
+        // Names from the file name <Class>.<SuperClass>.klvr.
+        const std::string base = std::filesystem::path(file_).filename().string();
+        const std::size_t dot = base.find('.');
+        unit_.className = base.substr(0, dot);
+        className_ = lowerName(unit_.className);
+        if (dot != std::string::npos) {
+            const std::size_t last = base.rfind('.');
+            const std::size_t before = base.rfind('.', last == 0 ? 0 : last - 1);
+            if (last != std::string::npos && before != std::string::npos && before >= dot && before < last)
+                unit_.superName = base.substr(before + 1, last - before - 1);
+        }
+        // A byte order mark at the start of the text is not part of the first line.
+        if (text.size() >= 3 && text.compare(0, 3, "\xEF\xBB\xBF") == 0)
+            text.remove_prefix(3);
         tokenize(text);
     }
 
@@ -101,6 +177,24 @@ public:
     std::unordered_set<std::string> publicNames() {
         prescan();
         return publics_;
+    }
+
+    ClassShape shape() {
+        prescan();
+        ClassShape s;
+        s.name = className_;
+        s.written = unit_.className;
+        if (context_.superclass) {
+            s.ancestors.push_back(context_.superclass->name);
+            s.ancestors.insert(s.ancestors.end(), context_.superclass->ancestors.begin(), context_.superclass->ancestors.end());
+            s.fields = context_.superclass->fields;
+            s.methods = context_.superclass->methods;
+        }
+        for (const Field& field : unit_.fields)
+            s.fields.emplace_back(lowerName(field.name), field.isPublic);
+        for (const Method& method : unit_.methods)
+            s.methods[lowerName(method.name)] = method.isPublic;
+        return s;
     }
 
 private:
@@ -185,6 +279,14 @@ private:
     // ---- declarations known before the bodies are read ----
 
     void prescan() {
+        if (context_.superclass) {
+            const ClassShape& super = *context_.superclass;
+            for (std::size_t i = 0; i < super.fields.size(); ++i)
+                members_.emplace(super.fields[i].first, Member{false, static_cast<int>(i)});
+            for (const auto& [name, isPublic] : super.methods)
+                members_.emplace(name, Member{true, -1});
+            unit_.inheritedFields = static_cast<int>(super.fields.size());
+        }
         bool inMethod = false;
         for (std::size_t l = 0; l < lines_.size(); ++l) {
             std::uint32_t p = lines_[l].begin;
@@ -254,7 +356,7 @@ private:
         field.name = name;
         field.isPublic = isPublic;
         field.line = line;
-        const int slot = static_cast<int>(unit_.fields.size());
+        const int slot = unit_.inheritedFields + static_cast<int>(unit_.fields.size());
         unit_.fields.push_back(field);
         members_.emplace(lower, Member{false, slot});
         if (isPublic)
@@ -314,6 +416,7 @@ private:
         if (atEnd() || toks_[p_].kind != Tok::Name)
             fail("Type expected after As");
         DeclType type = declTypeOf(toks_[p_].text);
+        lastTypeName_ = lowerName(toks_[p_].text);
         ++p_;
         while (isOp(p_, '.') && p_ + 1 < e_ && toks_[p_ + 1].kind == Tok::Name) {
             type = DeclType::Variant;
@@ -346,6 +449,7 @@ private:
         method_ = index;
         locals_.clear();
         localTypes_.clear();
+        localClass_.clear();
         std::vector<Param> params;
         if (isOp(p_, '(')) {
             ++p_;
@@ -359,15 +463,18 @@ private:
                 Param param;
                 if (isOp(p_, '(') && isOp(p_ + 1, ')'))
                     p_ += 2;
+                bool typed = false;
                 if (kw(p_) == Kw::As) {
                     ++p_;
                     param.type = parseTypeName();
+                    typed = true;
                 }
                 if (isOp(p_, '=')) {
                     ++p_;
                     param.defaultValue = parseExpr();
                 }
                 param.slot = declareLocal(name, param.type);
+                localClass_[param.slot] = param.type == DeclType::Variant && typed ? lastTypeName_ : std::string();
                 params.push_back(std::move(param));
                 if (isOp(p_, ','))
                     ++p_;
@@ -667,7 +774,7 @@ private:
         if (auto found = members_.find(lower); found != members_.end() && !found->second.isMethod && type == DeclType::Variant) {
             field = true;
             slot = found->second.index;
-            slotType = unit_.fields[static_cast<std::size_t>(slot)].type;
+            slotType = fieldType(slot);
             return;
         }
         field = false;
@@ -692,15 +799,16 @@ private:
             if (kw(p_) != Kw::In)
                 fail("In expected");
             ++p_;
-            auto stmt = std::make_unique<UnsupportedStmt>();
+            auto stmt = std::make_unique<ForEachStmt>();
             stmt->line = line;
-            stmt->what = "For Each is not supported by the runner";
-            stmt->parts.push_back(parseExpr());
-            declareLocal(name, type);
+            stmt->collection = parseExpr();
+            stmt->type = type;
+            stmt->slot = declareLocal(name, type);
+            localClass_[stmt->slot] = type == DeclType::Variant ? lastTypeName_ : std::string();
             expectEnd();
             ++li_;
             open_.push_back(BlockKind::For);
-            Block body = parseBody(BlockKind::For);
+            stmt->body = parseBody(BlockKind::For);
             finishNext();
             return stmt;
         }
@@ -728,19 +836,7 @@ private:
             stmt->step = parseExpr();
         }
         expectEnd();
-        bool field = false;
-        loopVariable(name, declared, field, stmt->slot, stmt->type);
-        if (field) {
-            // Counting with a class field: rare enough to leave to the checker only.
-            auto unsupported = std::make_unique<UnsupportedStmt>();
-            unsupported->line = line;
-            unsupported->what = "A For loop over a class variable is not supported by the runner";
-            ++li_;
-            open_.push_back(BlockKind::For);
-            Block body = parseBody(BlockKind::For);
-            finishNext();
-            return unsupported;
-        }
+        loopVariable(name, declared, stmt->field, stmt->slot, stmt->type);
         ++li_;
         open_.push_back(BlockKind::For);
         stmt->body = parseBody(BlockKind::For);
@@ -819,18 +915,21 @@ private:
             if (t == Term::Catch && isPlainName(p_)) {
                 const std::string name = text(p_);
                 ++p_;
-                DeclType type = DeclType::Variant;
                 if (kw(p_) == Kw::As) {
                     ++p_;
-                    type = parseTypeName();
+                    parseTypeName();
                 }
-                declareLocal(name, type);
+                stmt->catchSlot = declareLocal(name, DeclType::Variant);
             }
             expectEnd();
             ++li_;
             Block part = parseBody(BlockKind::Try);
-            if (t == Term::Finally)
+            if (t == Term::Finally) {
                 stmt->finallyBlock = std::move(part);
+            } else if (!stmt->hasCatch) {
+                stmt->hasCatch = true;
+                stmt->catchBlock = std::move(part);
+            }
         }
     }
 
@@ -955,34 +1054,44 @@ private:
                 auto ignored = parseArgs();
             }
             DeclType type = DeclType::Variant;
+            ExprPtr made;  // the object of "As New Type"
+            std::string typeName;
             if (kw(p_) == Kw::As) {
                 ++p_;
                 if (kw(p_) == Kw::New) {
-                    ++p_;
-                    parseTypeName();
-                    if (isOp(p_, '('))
-                        auto ignored = parseArgs();
+                    made = parseNew();
+                    typeName = lastTypeName_;
                 } else {
                     type = parseTypeName();
+                    typeName = lastTypeName_;
                 }
             }
             if (isArray)
                 type = DeclType::Variant;
-            ExprPtr value;
+            ExprPtr value = std::move(made);
             if (isOp(p_, '=')) {
                 ++p_;
                 value = parseExpr();
+            } else if (isArray && !value) {
+                // Dim list() As Integer: an empty Array.
+                auto make = std::make_unique<NewExpr>();
+                make->line = line;
+                make->kind = NewExpr::Array;
+                value = std::move(make);
             }
             auto stmt = std::make_unique<AssignStmt>();
             stmt->line = line;
             stmt->type = type;
             stmt->value = std::move(value);
             if (classLevel) {
-                stmt->field = true;
+                stmt->target = AssignStmt::Field;
                 stmt->slot = addField(name, isPublic, line);
-                unit_.fields[static_cast<std::size_t>(stmt->slot)].type = type;
+                if (stmt->slot >= unit_.inheritedFields)
+                    unit_.fields[static_cast<std::size_t>(stmt->slot - unit_.inheritedFields)].type = type;
+                fieldClass_[stmt->slot] = typeName;
             } else {
                 stmt->slot = declareLocal(name, type);
+                localClass_[stmt->slot] = typeName;
             }
             out.push_back(std::move(stmt));
             if (!isOp(p_, ','))
@@ -1030,7 +1139,15 @@ private:
                 fail("Name expected after Call");
             return parseCallOrAssignment();
         }
-        if (k == Kw::Continue || k == Kw::Throw || k == Kw::Redim) {
+        if (k == Kw::Throw) {
+            auto stmt = std::make_unique<ThrowStmt>();
+            stmt->line = line;
+            ++p_;
+            if (!atEnd() && kw(p_) != Kw::Else)
+                stmt->value = parseExpr();
+            return stmt;
+        }
+        if (k == Kw::Continue || k == Kw::Redim) {
             auto stmt = std::make_unique<UnsupportedStmt>();
             stmt->line = line;
             stmt->what = text(p_) + " is not supported by the runner";
@@ -1095,9 +1212,34 @@ private:
             if (auto* field = dynamic_cast<FieldExpr*>(target.get())) {
                 auto stmt = std::make_unique<AssignStmt>();
                 stmt->line = line;
-                stmt->field = true;
+                stmt->target = AssignStmt::Field;
                 stmt->slot = field->slot;
-                stmt->type = unit_.fields[static_cast<std::size_t>(field->slot)].type;
+                stmt->type = fieldType(field->slot);
+                stmt->value = std::move(value);
+                return stmt;
+            }
+            if (auto* global = dynamic_cast<GlobalFieldExpr*>(target.get())) {
+                auto stmt = std::make_unique<AssignStmt>();
+                stmt->line = line;
+                stmt->target = AssignStmt::GlobalField;
+                stmt->slot = global->slot;
+                stmt->value = std::move(value);
+                return stmt;
+            }
+            if (dynamic_cast<MemberExpr*>(target.get())) {
+                auto stmt = std::make_unique<SetMemberStmt>();
+                stmt->line = line;
+                stmt->target.reset(static_cast<MemberExpr*>(target.release()));
+                if (stmt->target->hasArgs)
+                    fail("Assignment to a call");
+                stmt->value = std::move(value);
+                return stmt;
+            }
+            if (auto* indexed = dynamic_cast<IndexExpr*>(target.get())) {
+                auto stmt = std::make_unique<SetIndexStmt>();
+                stmt->line = line;
+                stmt->target = std::move(indexed->target);
+                stmt->index = std::move(indexed->index);
                 stmt->value = std::move(value);
                 return stmt;
             }
@@ -1109,6 +1251,11 @@ private:
             stmt->parts.push_back(std::move(target));
             stmt->parts.push_back(std::move(value));
             return stmt;
+        }
+        if (auto* member = dynamic_cast<MemberExpr*>(target.get()); member && !member->hasArgs && !atEnd() && kw(p_) != Kw::Else) {
+            // "obj.Go x, y": a member call without parentheses.
+            member->args = parseArgList();
+            member->hasArgs = true;
         }
         if (!atEnd() && kw(p_) != Kw::Else && dynamic_cast<UnsupportedExpr*>(target.get())) {
             // "obj.Go x, y": the arguments of a member call without parentheses.
@@ -1167,6 +1314,15 @@ private:
         const int height = std::max(left->height, right->height) + 1;
         if (height > kMaxExpressionHeight)
             fail("Expression too long");
+        if (const auto* local = dynamic_cast<const LocalExpr*>(left.get())) {
+            const auto* literal = dynamic_cast<const LiteralExpr*>(right.get());
+            if (literal && literal->value.type == VType::Integer)
+                if (ExprPtr fast = makeLocalConstant(op, local->slot, literal->value.i)) {
+                    fast->height = height;
+                    fast->line = line;
+                    return fast;
+                }
+        }
         auto expr = std::make_unique<BinaryExpr>();
         expr->height = height;
         expr->line = line;
@@ -1324,6 +1480,73 @@ private:
         return expr;
     }
 
+    // New Type or New Type(arguments), with the cursor on New.
+    ExprPtr parseNew() {
+        const int line = lineNo();
+        ++p_;
+        const std::string written = text(p_);
+        parseTypeName();
+        const std::string type = lastTypeName_;
+        std::vector<ExprPtr> args;
+        if (isOp(p_, '('))
+            args = parseArgs();
+        if (const auto kind = collectionKind(type)) {
+            if (!args.empty())
+                fail("New " + type + " takes no arguments");
+            auto expr = std::make_unique<NewExpr>();
+            expr->line = line;
+            expr->kind = *kind;
+            return expr;
+        }
+        if (context_.projectClasses ? context_.projectClasses->count(type) != 0 : type == className_) {
+            auto expr = std::make_unique<NewExpr>();
+            expr->line = line;
+            expr->className = type;
+            expr->args = std::move(args);
+            return expr;
+        }
+        return unsupported("New " + written, std::move(args), line);
+    }
+
+    DeclType fieldType(int slot) const {
+        return slot >= unit_.inheritedFields ? unit_.fields[static_cast<std::size_t>(slot - unit_.inheritedFields)].type
+                                             : DeclType::Variant;
+    }
+
+    // The project class a variable was declared with, for the check of Private members.
+    std::string declaredClass(const Expr* expr) const {
+        if (const auto* local = dynamic_cast<const LocalExpr*>(expr)) {
+            const auto found = localClass_.find(local->slot);
+            return found == localClass_.end() ? std::string() : found->second;
+        }
+        if (const auto* field = dynamic_cast<const FieldExpr*>(expr)) {
+            const auto found = fieldClass_.find(field->slot);
+            return found == fieldClass_.end() ? std::string() : found->second;
+        }
+        if (dynamic_cast<const MeExpr*>(expr))
+            return className_;
+        return std::string();
+    }
+
+    void checkVisible(const Expr* object, const std::string& member, std::uint32_t at) const {
+        if (!context_.classes)
+            return;
+        const std::string cls = declaredClass(object);
+        if (cls.empty() || cls == className_)
+            return;
+        const auto found = context_.classes->find(cls);
+        if (found == context_.classes->end())
+            return;
+        // A subclass sees the members it inherits.
+        if (const auto own = context_.classes->find(className_); own != context_.classes->end())
+            for (const std::string& ancestor : own->second.ancestors)
+                if (ancestor == cls)
+                    return;
+        const std::optional<bool> isPublic = found->second.isPublic(member);
+        if (isPublic && !*isPublic)
+            failAt(lineNo(), describe(at) + " is Private in " + found->second.written);
+    }
+
     ExprPtr parsePostfix() {
         ExprPtr expr = parsePrimary();
         for (;;) {
@@ -1331,23 +1554,49 @@ private:
                 ++p_;
                 if (atEnd() || toks_[p_].kind != Tok::Name)
                     fail("Member name expected after .");
-                ++p_;  // members of objects are not checked
-                std::vector<ExprPtr> parts;
-                parts.push_back(std::move(expr));
-                if (isOp(p_, '('))
-                    for (auto& arg : parseArgs())
-                        parts.push_back(std::move(arg));
-                expr = unsupported("Member access", std::move(parts), lineNo());
+                const std::uint32_t at = p_;
+                ++p_;
+                auto member = std::make_unique<MemberExpr>();
+                member->line = lineNo();
+                member->written = text(at);
+                member->name = lowerName(member->written);
+                checkVisible(expr.get(), member->name, at);
+                if (const auto found = collectionMembers().find(member->name); found != collectionMembers().end())
+                    member->builtin = found->second;
+                if (isOp(p_, '(')) {
+                    member->hasArgs = true;
+                    member->args = parseArgs();
+                }
+                int height = expr->height + 1;
+                for (const ExprPtr& arg : member->args)
+                    height = std::max(height, arg->height + 1);
+                if (height > kMaxExpressionHeight)
+                    fail("Expression too long");
+                member->height = height;
+                const auto* me = dynamic_cast<const MeExpr*>(expr.get());
+                member->onSuper = me && me->isSuper;
+                member->object = std::move(expr);
+                expr = std::move(member);
             } else if (isOp(p_, '(')) {
-                std::vector<ExprPtr> parts;
-                parts.push_back(std::move(expr));
-                for (auto& arg : parseArgs())
-                    parts.push_back(std::move(arg));
-                expr = unsupported("Indexing", std::move(parts), lineNo());
+                std::vector<ExprPtr> args = parseArgs();
+                expr = makeIndex(std::move(expr), std::move(args));
             } else {
                 return expr;
             }
         }
+    }
+
+    ExprPtr makeIndex(ExprPtr target, std::vector<ExprPtr> args) {
+        if (args.size() != 1)
+            fail("One index expected");
+        auto expr = std::make_unique<IndexExpr>();
+        expr->line = lineNo();
+        expr->height = std::max(target->height, args[0]->height) + 1;
+        if (expr->height > kMaxExpressionHeight)
+            fail("Expression too long");
+        expr->target = std::move(target);
+        expr->index = std::move(args[0]);
+        return expr;
     }
 
     ExprPtr parsePrimary() {
@@ -1424,17 +1673,14 @@ private:
             expr->height = expr->operand->height + 1;
             return expr;
         }
-        case Kw::Me:
+        case Kw::Me: {
             ++p_;
-            return unsupported("Me", {}, line);
-        case Kw::New: {
-            ++p_;
-            parseTypeName();
-            std::vector<ExprPtr> parts;
-            if (isOp(p_, '('))
-                parts = parseArgs();
-            return unsupported("New", std::move(parts), line);
+            auto me = std::make_unique<MeExpr>();
+            me->line = line;
+            return me;
         }
+        case Kw::New:
+            return parseNew();
         case Kw::None: {
             const std::uint32_t nameAt = p_;
             ++p_;
@@ -1460,14 +1706,13 @@ private:
             var->slot = found->second;
             if (!hasArgs)
                 return var;
-            args.insert(args.begin(), std::move(var));
-            return unsupported("Indexing", std::move(args), line);
+            return makeIndex(std::move(var), std::move(args));
         }
         if (auto found = members_.find(lower); found != members_.end()) {
             if (found->second.isMethod) {
                 auto call = std::make_unique<CallExpr>();
                 call->line = line;
-                call->method = found->second.index;
+                call->name = lower;
                 call->args = std::move(args);
                 return call;
             }
@@ -1476,9 +1721,42 @@ private:
             var->slot = found->second.index;
             if (!hasArgs)
                 return var;
-            args.insert(args.begin(), std::move(var));
-            return unsupported("Indexing", std::move(args), line);
+            return makeIndex(std::move(var), std::move(args));
         }
+        if (context_.global && className_ != "global") {
+            // Public members of Global, by their plain name.
+            const ClassShape& global = *context_.global;
+            if (const auto method = global.methods.find(lower); method != global.methods.end() && method->second) {
+                auto call = std::make_unique<CallExpr>();
+                call->line = line;
+                call->name = lower;
+                call->onGlobal = true;
+                call->args = std::move(args);
+                return call;
+            }
+            for (std::size_t i = 0; i < global.fields.size(); ++i)
+                if (global.fields[i].first == lower && global.fields[i].second) {
+                    auto var = std::make_unique<GlobalFieldExpr>();
+                    var->line = line;
+                    var->slot = static_cast<int>(i);
+                    if (!hasArgs)
+                        return var;
+                    return makeIndex(std::move(var), std::move(args));
+                }
+        }
+        if (lower == "super" && !hasArgs && context_.superclass) {
+            auto super = std::make_unique<MeExpr>();
+            super->line = line;
+            super->isSuper = true;
+            return super;
+        }
+        if (!hasArgs)
+            if (std::optional<Value> constant = constantValue(lower)) {
+                auto lit = std::make_unique<LiteralExpr>();
+                lit->line = line;
+                lit->value = std::move(*constant);
+                return lit;
+            }
         if (auto found = builtinTable().find(lower); found != builtinTable().end()) {
             auto call = std::make_unique<BuiltinExpr>();
             call->line = line;
@@ -1498,6 +1776,9 @@ private:
     }
 
     std::string file_;
+    std::string className_;  // lower case
+    std::string lastTypeName_;  // lower case, of the last type read after As or New
+    std::unordered_map<int, std::string> localClass_, fieldClass_;  // declared types by slot
     const CompileContext& context_;
     ClassUnit unit_;
     std::vector<Token> toks_;
@@ -1524,6 +1805,22 @@ private:
 ClassUnit compileClass(std::string_view text, const std::string& fileName, const CompileContext& context) {
     Parser parser(text, fileName, context);
     return parser.run();
+}
+
+std::optional<bool> ClassShape::isPublic(const std::string& member) const {
+    if (const auto found = methods.find(member); found != methods.end())
+        return found->second;
+    for (const auto& [name, isPublic] : fields)
+        if (name == member)
+            return isPublic;
+    return std::nullopt;
+}
+
+ClassShape classShape(std::string_view text, const std::string& fileName, const ClassShape* superclass) {
+    CompileContext context;
+    context.superclass = superclass;
+    Parser parser(text, fileName, context);
+    return parser.shape();
 }
 
 std::unordered_set<std::string> publicMemberNames(std::string_view text) {

@@ -9,6 +9,8 @@
 #include <thread>
 #include <cstdio>
 #include <fstream>
+#include <functional>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace fs = std::filesystem;
@@ -77,33 +79,167 @@ std::optional<std::string> readSource(const fs::path& file, std::string& error) 
     return text;
 }
 
+namespace {
+
+// The lower-case class and superclass of a file named <Class>.<SuperClass>.klvr.
+std::string classOfFile(const std::string& name) { return lowerName(name.substr(0, name.find('.'))); }
+
+std::string superclassOfFile(const std::string& name) {
+    const std::size_t last = name.rfind('.');
+    if (last == std::string::npos || last == 0)
+        return std::string();
+    const std::size_t before = name.rfind('.', last - 1);
+    if (before == std::string::npos || before < name.find('.'))
+        return std::string();
+    return lowerName(name.substr(before + 1, last - before - 1));
+}
+
+// The sources of a project read into memory, with the shape of every class.
+struct LoadedProject {
+    std::vector<std::optional<std::string>> texts;
+    std::vector<std::string> readErrors;
+    std::unordered_set<std::string> classes;
+    std::unordered_map<std::string, ClassShape> shapes;
+    std::unordered_map<std::string, std::size_t> fileOfClass;
+    std::optional<Diagnostic> error;  // a class deriving from itself
+
+    const ClassShape* superclassOf(const std::string& fileName) const {
+        const std::string super = superclassOfFile(fileName);
+        if (super == classOfFile(fileName))
+            return nullptr;
+        const auto found = shapes.find(super);
+        return found == shapes.end() ? nullptr : &found->second;
+    }
+};
+
+// Runs work(i) for every i below count on up to four threads.
+void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& work) {
+    std::atomic<std::size_t> next{0};
+    const auto worker = [&] {
+        for (std::size_t i = next.fetch_add(1); i < count; i = next.fetch_add(1))
+            work(i);
+    };
+    const std::size_t threads = std::min<std::size_t>({std::max(1u, std::thread::hardware_concurrency()), 4, count});
+    std::vector<std::thread> pool;
+    for (std::size_t t = 1; t < threads; ++t)
+        pool.emplace_back(worker);
+    worker();
+    for (std::thread& thread : pool)
+        thread.join();
+}
+
+// Makes the shapes of the classes whose texts are in `project`: each file's own members
+// in parallel, then each class put behind its superclass's.
+void shapeProject(LoadedProject& project, const std::vector<std::string>& sources) {
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        const std::string cls = classOfFile(sources[i]);
+        project.classes.insert(cls);
+        project.fileOfClass.emplace(cls, i);
+    }
+    std::vector<ClassShape> own(sources.size());
+    forEachIndex(sources.size(), [&](std::size_t i) {
+        const auto& text = project.texts[i];
+        own[i] = classShape(text ? std::string_view(*text) : std::string_view(), sources[i], nullptr);
+    });
+    std::vector<char> state(sources.size(), 0);  // 0 not yet, 1 in progress, 2 done
+    const std::function<void(std::size_t)> shape = [&](std::size_t i) {
+        if (state[i] == 2 || project.error)
+            return;
+        if (state[i] == 1) {
+            project.error = Diagnostic{"Class " + sources[i].substr(0, sources[i].find('.')) + " derives from itself", 1, sources[i]};
+            return;
+        }
+        state[i] = 1;
+        const auto parent = project.fileOfClass.find(superclassOfFile(sources[i]));
+        if (parent != project.fileOfClass.end() && parent->second != i)
+            shape(parent->second);
+        if (project.error)
+            return;
+        ClassShape& mine = own[i];
+        if (const ClassShape* super = project.superclassOf(sources[i])) {
+            mine.ancestors.insert(mine.ancestors.begin(), super->ancestors.begin(), super->ancestors.end());
+            mine.ancestors.insert(mine.ancestors.begin(), super->name);
+            // The fields a class declares again keep the superclass's slot.
+            std::vector<std::pair<std::string, bool>> fields = super->fields;
+            for (auto& field : mine.fields)
+                if (std::none_of(fields.begin(), fields.end(), [&](const auto& f) { return f.first == field.first; }))
+                    fields.push_back(std::move(field));
+            mine.fields = std::move(fields);
+            for (const auto& [name, isPublic] : super->methods)
+                mine.methods.emplace(name, isPublic);
+        }
+        project.shapes[classOfFile(sources[i])] = std::move(mine);
+        state[i] = 2;
+    };
+    for (std::size_t i = 0; i < sources.size(); ++i)
+        shape(i);
+}
+
+LoadedProject loadProject(const fs::path& folder, const std::vector<std::string>& sources) {
+    LoadedProject project;
+    project.texts.resize(sources.size());
+    project.readErrors.resize(sources.size());
+    forEachIndex(sources.size(), [&](std::size_t i) { project.texts[i] = readSource(folder / sources[i], project.readErrors[i]); });
+    shapeProject(project, sources);
+    return project;
+}
+
+std::optional<Diagnostic> runLoaded(const LoadedProject& loaded, const std::vector<std::string>& sources,
+                                    Interpreter::Options options) {
+    if (loaded.error)
+        return loaded.error;
+    // The checker has vetted the names at build time; the runner only fails on the
+    // ones it cannot run when it reaches them.
+    try {
+        std::vector<ClassUnit> units;
+        units.reserve(sources.size());
+        for (std::size_t i = 0; i < sources.size(); ++i) {
+            if (!loaded.texts[i])
+                return Diagnostic{loaded.readErrors[i], 1, sources[i]};
+            CompileContext context;
+            context.unknownNamesAreErrors = false;
+            context.projectClasses = &loaded.classes;
+            context.global = &loaded.shapes.at("global");
+            context.superclass = loaded.superclassOf(sources[i]);
+            context.classes = &loaded.shapes;
+            units.push_back(compileClass(*loaded.texts[i], sources[i], context));
+        }
+        std::vector<const ClassUnit*> program;
+        for (const ClassUnit& unit : units)
+            program.push_back(&unit);
+        Interpreter interpreter(program, std::move(options));
+        interpreter.run();
+    } catch (const LanguageError& failure) {
+        return failure.diagnostic;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
 CheckSummary checkProject(const fs::path& project, const std::vector<std::string>& sources, const Vocabulary& vocabulary) {
     CheckSummary summary;
     if (sources.empty() || !endsWith(sources.front(), kGlobalFileName)) {
         summary.error = Diagnostic{std::string(kGlobalFileName) + " missing", 1, kGlobalFileName};
         return summary;
     }
-    std::unordered_set<std::string> classes;
-    for (const std::string& name : sources)
-        classes.insert(lowerName(name.substr(0, name.find('.'))));
-    std::unordered_set<std::string> globalPublics;
+    const LoadedProject loaded = loadProject(project, sources);
+    const ClassShape* globalShape = &loaded.shapes.at("global");
 
     // Checks one file; returns its line count, or sets `error`.
     const auto checkOne = [&](std::size_t index, std::optional<Diagnostic>& error) -> std::size_t {
         const std::string& name = sources[index];
-        std::string readError;
-        const auto text = readSource(project / name, readError);
+        const auto& text = loaded.texts[index];
         if (!text) {
-            error = Diagnostic{readError, 1, name};
+            error = Diagnostic{loaded.readErrors[index], 1, name};
             return 0;
         }
         CompileContext context;
         context.vocabulary = &vocabulary;
-        context.projectClasses = &classes;
-        if (index == 0)
-            globalPublics = publicMemberNames(*text);
-        else
-            context.globalPublics = &globalPublics;
+        context.projectClasses = &loaded.classes;
+        context.global = globalShape;
+        context.superclass = loaded.superclassOf(name);
+        context.classes = &loaded.shapes;
         try {
             compileClass(*text, name, context);
         } catch (const LanguageError& failure) {
@@ -112,14 +248,13 @@ CheckSummary checkProject(const fs::path& project, const std::vector<std::string
         return countLines(*text);
     };
 
-    // The Global file first: the others may use its Public members.
+    // The Global file first.
     std::optional<Diagnostic> globalError;
     summary.lines = checkOne(0, globalError);
     if (globalError) {
         summary.error = globalError;
         return summary;
     }
-
     // The other files are independent of each other and are checked on a few threads.
     // Every file before the first one with an error is still checked, so the error
     // reported is the same as a check in file order would find.
@@ -152,39 +287,42 @@ CheckSummary checkProject(const fs::path& project, const std::vector<std::string
         summary.error = errors[firstError.load()];
         return summary;
     }
+    if (loaded.error) {
+        summary.error = loaded.error;
+        return summary;
+    }
     summary.files = count;
     for (std::size_t n : lines)
         summary.lines += n;
     return summary;
 }
 
-std::optional<Diagnostic> runFolder(const fs::path& folder, std::int64_t maxSteps) {
+std::optional<Diagnostic> runFolder(const fs::path& folder, std::int64_t maxSteps, std::function<void(const QString&)> print) {
     const std::vector<std::string> sources = listSourceFiles(folder);
     if (sources.empty() || !endsWith(sources.front(), kGlobalFileName))
         return Diagnostic{std::string(kGlobalFileName) + " missing", 1, kGlobalFileName};
-    std::string readError;
-    const auto text = readSource(folder / sources.front(), readError);
-    if (!text)
-        return Diagnostic{readError, 1, sources.front()};
-    // The checker has vetted the names at build time; the runner only fails on the
-    // ones it cannot run when it reaches them.
-    CompileContext context;
-    context.unknownNamesAreErrors = false;
-    try {
-        const ClassUnit unit = compileClass(*text, sources.front(), context);
-        Interpreter::Options options;
-        options.maxSteps = maxSteps;
-        options.print = [](const QString& line) {
-            const QByteArray bytes = line.toUtf8();
-            std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
-            std::fputc('\n', stdout);
-        };
-        Interpreter interpreter(unit, std::move(options));
-        interpreter.run();
-    } catch (const LanguageError& failure) {
-        return failure.diagnostic;
+    Interpreter::Options options;
+    options.maxSteps = maxSteps;
+    options.print = print ? std::move(print) : [](const QString& line) {
+        const QByteArray bytes = line.toUtf8();
+        std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
+        std::fputc('\n', stdout);
+    };
+    return runLoaded(loadProject(folder, sources), sources, std::move(options));
+}
+
+std::optional<Diagnostic> runSources(const std::vector<SourceText>& files, Interpreter::Options options) {
+    if (files.empty() || files.front().name != kGlobalFileName)
+        return Diagnostic{std::string(kGlobalFileName) + " missing", 1, kGlobalFileName};
+    LoadedProject project;
+    std::vector<std::string> sources;
+    for (const SourceText& file : files) {
+        sources.push_back(file.name);
+        project.texts.emplace_back(file.text);
+        project.readErrors.emplace_back();
     }
-    return std::nullopt;
+    shapeProject(project, sources);
+    return runLoaded(project, sources, std::move(options));
 }
 
 std::string buildApplication(const fs::path& project, const std::vector<std::string>& sources, const fs::path& runner,

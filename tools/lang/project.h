@@ -3,10 +3,14 @@
 #pragma once
 
 #include "tools/lang/diagnostic.h"
+#include "tools/lang/interpreter.h"
 #include "tools/lang/vocabulary.h"
+
+#include <QString>
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -37,9 +41,17 @@ struct CheckSummary {
 CheckSummary checkProject(const std::filesystem::path& project, const std::vector<std::string>& sources,
                           const Vocabulary& vocabulary);
 
-// Runs the Global class of the sources in `folder`; prints through `print`.
-// Returns the error, if the program failed.
-std::optional<Diagnostic> runFolder(const std::filesystem::path& folder, std::int64_t maxSteps = -1);
+// Runs the program of the sources in `folder`; each line it prints goes to `print`, or
+// to standard output when `print` is empty. Returns the error, if the program failed.
+std::optional<Diagnostic> runFolder(const std::filesystem::path& folder, std::int64_t maxSteps = -1,
+                                    std::function<void(const QString&)> print = {});
+
+struct SourceText {
+    std::string name;  // <Class>.<SuperClass>.klvr
+    std::string text;
+};
+// Runs a program given as texts, the Global file first (the fuzzer's way in).
+std::optional<Diagnostic> runSources(const std::vector<SourceText>& files, Interpreter::Options options);
 
 // Writes PROJECT/build/<configuration>/N.app: Contents/MacOS/N is a copy of the
 // runner, Contents/Resources holds the sources. Returns an error text or "".

@@ -9,22 +9,25 @@ namespace {
 
 bool isNumeric(const Value& v) { return v.type == VType::Integer || v.type == VType::Double || v.type == VType::Nil; }
 
-double doubleOf(const Value& v) {
-    switch (v.type) {
-    case VType::Integer: return static_cast<double>(v.i);
-    case VType::Double: return v.d;
-    default: return 0.0;
-    }
-}
+[[noreturn]] void overflow() { throw RuntimeFailure("Overflow"); }
 
-std::int64_t wrapAdd(std::int64_t a, std::int64_t b) {
-    return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
+std::int64_t checkedAdd(std::int64_t a, std::int64_t b) {
+    std::int64_t r;
+    if (__builtin_add_overflow(a, b, &r))
+        overflow();
+    return r;
 }
-std::int64_t wrapSub(std::int64_t a, std::int64_t b) {
-    return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) - static_cast<std::uint64_t>(b));
+std::int64_t checkedSub(std::int64_t a, std::int64_t b) {
+    std::int64_t r;
+    if (__builtin_sub_overflow(a, b, &r))
+        overflow();
+    return r;
 }
-std::int64_t wrapMul(std::int64_t a, std::int64_t b) {
-    return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) * static_cast<std::uint64_t>(b));
+std::int64_t checkedMul(std::int64_t a, std::int64_t b) {
+    std::int64_t r;
+    if (__builtin_mul_overflow(a, b, &r))
+        overflow();
+    return r;
 }
 
 [[noreturn]] void mismatch() { throw RuntimeFailure("Type mismatch"); }
@@ -36,6 +39,11 @@ std::int64_t roundToInteger(double d) {
 }
 
 int compareValues(const Value& a, const Value& b) {
+    if (a.type == VType::Object || b.type == VType::Object) {
+        if (a.type == b.type && a.o == b.o)
+            return 0;
+        mismatch();
+    }
     if (isNumeric(a) && isNumeric(b)) {
         if (a.type == VType::Integer && b.type == VType::Integer)
             return a.i < b.i ? -1 : (a.i > b.i ? 1 : 0);
@@ -45,7 +53,7 @@ int compareValues(const Value& a, const Value& b) {
     const bool aText = a.type == VType::String || a.type == VType::Nil;
     const bool bText = b.type == VType::String || b.type == VType::Nil;
     if (aText && bText) {
-        const int c = QString::compare(a.s, b.s, Qt::CaseSensitive);
+        const int c = QString::compare(a.str(), b.str(), Qt::CaseSensitive);
         return c < 0 ? -1 : (c > 0 ? 1 : 0);
     }
     if (a.type == VType::Boolean && b.type == VType::Boolean)
@@ -53,15 +61,47 @@ int compareValues(const Value& a, const Value& b) {
     mismatch();
 }
 
+const QString& emptyText() {
+    static const QString empty;
+    return empty;
+}
+
 }  // namespace
+
+QString objectText(const HeapObj* object);  // objects.cpp
+
+Value Value::ofString(QString v) { return ofObject(new StrObj(std::move(v))); }
+
+const QString& Value::str() const {
+    return type == VType::String ? static_cast<const StrObj*>(o)->text : emptyText();
+}
+
+double doubleOf(const Value& v) {
+    switch (v.type) {
+    case VType::Integer: return static_cast<double>(v.i);
+    case VType::Double: return v.d;
+    default: return 0.0;
+    }
+}
+
+bool valuesEqual(const Value& a, const Value& b) {
+    if (a.type == VType::Object || b.type == VType::Object)
+        return a.type == b.type && a.o == b.o;
+    if ((a.type == VType::Boolean) != (b.type == VType::Boolean))
+        return false;
+    if ((a.type == VType::String) != (b.type == VType::String) && a.type != VType::Nil && b.type != VType::Nil)
+        return false;
+    return compareValues(a, b) == 0;
+}
 
 QString textOf(const Value& v) {
     switch (v.type) {
     case VType::Nil: return QString();
     case VType::Integer: return QString::number(v.i);
     case VType::Double: return QString::number(v.d, 'g', 15);
-    case VType::String: return v.s;
+    case VType::String: return v.str();
     case VType::Boolean: return v.b ? QStringLiteral("True") : QStringLiteral("False");
+    case VType::Object: return objectText(v.o);
     }
     return QString();
 }
@@ -80,7 +120,7 @@ Value binary(BinOp op, const Value& a, const Value& b) {
             mismatch();
         if (a.type != VType::Double && b.type != VType::Double) {
             const std::int64_t x = a.type == VType::Integer ? a.i : 0, y = b.type == VType::Integer ? b.i : 0;
-            return Value::ofInteger(op == BinOp::Add ? wrapAdd(x, y) : op == BinOp::Sub ? wrapSub(x, y) : wrapMul(x, y));
+            return Value::ofInteger(op == BinOp::Add ? checkedAdd(x, y) : op == BinOp::Sub ? checkedSub(x, y) : checkedMul(x, y));
         }
         const double x = doubleOf(a), y = doubleOf(b);
         return Value::ofDouble(op == BinOp::Add ? x + y : op == BinOp::Sub ? x - y : x * y);
@@ -107,8 +147,8 @@ Value binary(BinOp op, const Value& a, const Value& b) {
         const std::int64_t y = b.type == VType::Double ? roundToInteger(b.d) : (b.type == VType::Integer ? b.i : 0);
         if (y == 0)
             throw RuntimeFailure("Division by zero");
-        if (y == -1)  // avoids the one overflowing case, the smallest value divided by -1
-            return Value::ofInteger(op == BinOp::Mod ? 0 : wrapSub(0, x));
+        if (y == -1)  // the smallest value divided by -1 is the one that overflows
+            return Value::ofInteger(op == BinOp::Mod ? 0 : checkedSub(0, x));
         return Value::ofInteger(op == BinOp::Mod ? x % y : x / y);
     }
     case BinOp::Pow:
@@ -116,12 +156,15 @@ Value binary(BinOp op, const Value& a, const Value& b) {
             mismatch();
         return Value::ofDouble(std::pow(doubleOf(a), doubleOf(b)));
     case BinOp::Is:
-        // "x Is Nil": Nil is only itself; other values compare as with =.
+        // "x Is Nil": Nil is only itself; objects are only themselves; other values
+        // compare as with =.
         if (a.type == VType::Nil || b.type == VType::Nil)
             return Value::ofBoolean(a.type == b.type);
+        if (a.type == VType::Object || b.type == VType::Object)
+            return Value::ofBoolean(a.type == b.type && a.o == b.o);
         return Value::ofBoolean(compareValues(a, b) == 0);
-    case BinOp::Eq: return Value::ofBoolean(compareValues(a, b) == 0);
-    case BinOp::Ne: return Value::ofBoolean(compareValues(a, b) != 0);
+    case BinOp::Eq: return Value::ofBoolean(a.type == VType::Object || b.type == VType::Object ? valuesEqual(a, b) : compareValues(a, b) == 0);
+    case BinOp::Ne: return Value::ofBoolean(a.type == VType::Object || b.type == VType::Object ? !valuesEqual(a, b) : compareValues(a, b) != 0);
     case BinOp::Lt: return Value::ofBoolean(compareValues(a, b) < 0);
     case BinOp::Gt: return Value::ofBoolean(compareValues(a, b) > 0);
     case BinOp::Le: return Value::ofBoolean(compareValues(a, b) <= 0);
@@ -140,7 +183,7 @@ Value binary(BinOp op, const Value& a, const Value& b) {
 
 Value negate(const Value& v) {
     switch (v.type) {
-    case VType::Integer: return Value::ofInteger(wrapSub(0, v.i));
+    case VType::Integer: return Value::ofInteger(checkedSub(0, v.i));
     case VType::Double: return Value::ofDouble(-v.d);
     case VType::Nil: return Value::ofInteger(0);
     default: mismatch();
@@ -161,7 +204,8 @@ bool truthOf(const Value& v) {
     case VType::Integer: return v.i != 0;
     case VType::Double: return v.d != 0.0;
     case VType::Nil: return false;
-    case VType::String: break;
+    case VType::String:
+    case VType::Object: break;
     }
     mismatch();
 }
@@ -226,25 +270,25 @@ Value convertTo(DeclType type, Value v) {
         if (v.type == VType::Integer)
             return v;
         if (v.type == VType::String) {
-            const Value n = numberFromText(v.s);
+            const Value n = numberFromText(v.str());
             return Value::ofInteger(n.type == VType::Integer ? n.i : roundToInteger(n.d));
         }
-        if (v.type == VType::Boolean)
+        if (v.type == VType::Boolean || v.type == VType::Object)
             mismatch();
         return Value::ofInteger(integerOf(v));
     case DeclType::Double:
         if (v.type == VType::String)
-            v = numberFromText(v.s);
-        if (v.type == VType::Boolean)
+            v = numberFromText(v.str());
+        if (v.type == VType::Boolean || v.type == VType::Object)
             mismatch();
         return Value::ofDouble(doubleOf(v));
     case DeclType::String:
         return v.type == VType::String ? v : Value::ofString(textOf(v));
     case DeclType::Boolean:
         if (v.type == VType::String) {
-            if (v.s.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0)
+            if (v.str().compare(QLatin1String("true"), Qt::CaseInsensitive) == 0)
                 return Value::ofBoolean(true);
-            if (v.s.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0)
+            if (v.str().compare(QLatin1String("false"), Qt::CaseInsensitive) == 0)
                 return Value::ofBoolean(false);
             mismatch();
         }
@@ -257,7 +301,15 @@ Value defaultOf(DeclType type) {
     switch (type) {
     case DeclType::Integer: return Value::ofInteger(0);
     case DeclType::Double: return Value::ofDouble(0.0);
-    case DeclType::String: return Value::ofString(QString(""));
+    case DeclType::String: {
+        // One shared empty text; its count starts so high that it never reaches 0.
+        static const Value empty = [] {
+            Value v = Value::ofString(QString(""));
+            v.o->refs += std::int64_t{1} << 60;
+            return v;
+        }();
+        return empty;
+    }
     case DeclType::Boolean: return Value::ofBoolean(false);
     case DeclType::Variant: break;
     }
