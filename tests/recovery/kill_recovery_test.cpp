@@ -89,9 +89,9 @@ struct Chain {
 
 TEST(KillRecovery, EveryJournaledKeystrokeIsOfferedBackAndNoFileIsEverTorn) {
     constexpr int kKills = 200; // in two chains side by side
-    const quint32 seed = QRandomGenerator::global()->generate();
-    QRandomGenerator random(seed);
-    SCOPED_TRACE("seed " + std::to_string(seed));
+    const quint32 randomStart = QRandomGenerator::global()->generate();
+    QRandomGenerator random(randomStart);
+    SCOPED_TRACE("random start " + std::to_string(randomStart));
     std::vector<std::unique_ptr<Chain>> chains;
     for (int n = 0; n < 2; ++n)
         chains.push_back(std::make_unique<Chain>(n));

@@ -239,7 +239,7 @@ Value BuiltinExpr::eval(Interpreter& in) const {
         return Value::ofInteger(x < 0 ? -1 : (x > 0 ? 1 : 0));
     }
     case Builtin::Rnd: {
-        // xorshift64*: fast, and the same sequence after the same Randomize(seed).
+        // xorshift64*: fast, and the same sequence after the same Randomize(n).
         std::uint64_t& s = in.randomState;
         s ^= s >> 12;
         s ^= s << 25;
@@ -247,9 +247,9 @@ Value BuiltinExpr::eval(Interpreter& in) const {
         return Value::ofDouble(static_cast<double>((s * 2685821657736338717ull) >> 11) / 9007199254740992.0);
     }
     case Builtin::Randomize: {
-        const std::uint64_t seed = args.empty() ? static_cast<std::uint64_t>(QDateTime::currentMSecsSinceEpoch())
+        const std::uint64_t start = args.empty() ? static_cast<std::uint64_t>(QDateTime::currentMSecsSinceEpoch())
                                                 : static_cast<std::uint64_t>(integerOf(v[0]));
-        in.randomState = seed * 0x9E3779B97F4A7C15ull + 1;
+        in.randomState = start * 0x9E3779B97F4A7C15ull + 1;
         return Value();
     }
     case Builtin::Sin: return real(std::sin(number(v[0])));
