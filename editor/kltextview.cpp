@@ -114,11 +114,8 @@ void KLTextView::configure() {
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &KLTextView::onUpdateUi);
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &KLTextView::onCharAdded);
     connect(this, &QsciScintilla::marginClicked, this, &KLTextView::onMarginClicked);
-    connect(this, &QsciScintilla::userListActivated, this, [this](int, const QString& chosen) {
-        const CompletionContext context = completionContext(position());
-        replaceUtf16(QString(), context.wordStart, position() - context.wordStart, chosen);
-        shownCompletions_.clear();
-    });
+    connect(this, &QsciScintilla::userListActivated, this,
+            [this](int, const QString& chosen) { insertCompletion(chosen); });
 }
 
 
