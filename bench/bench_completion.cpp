@@ -12,7 +12,7 @@
 #include "frame/global.h"
 #include "insight/completion.h"
 
-#include <QDir>
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <algorithm>

@@ -17,7 +17,7 @@ bool isWordChar(QChar c) {
 constexpr int CompletionListId = 1;
 // The list shows at most this many candidates: more cannot be read, and a longer list
 // costs its rebuild on every key typed while it is open.
-constexpr qsizetype MostCandidatesShown = 1000;
+constexpr qsizetype MostCandidatesShown = 200;
 // A word opens the list by itself when it reaches this many letters.
 constexpr qsizetype LettersThatOpenTheList = 3;
 
@@ -137,7 +137,10 @@ void KLTextView::refilterCompletion() {
             cancelList();
         return;
     }
-    shownCompletions_ = fitting.mid(0, MostCandidatesShown);
+    const QStringList shown = fitting.mid(0, MostCandidatesShown);
+    if (shown == shownCompletions_ && isListActive())
+        return; // the list shown already fits; it keeps its selection
+    shownCompletions_ = shown;
     showUserList(CompletionListId, shownCompletions_);
 }
 

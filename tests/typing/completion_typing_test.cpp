@@ -1,12 +1,20 @@
-// Typing with the completion list open in a 100,000-line file: each key that narrows
-// the list (over the file's 20,000 methods) must return to the event loop quickly.
+// Typing with the completion list open in a 100,000-line file: each key that opens or
+// narrows the list (over the file's 20,000 methods) must return to the event loop
+// quickly. Measured as the interface thread's CPU time, as the editor's own probe does:
+// on the shared machine the wall clock also counts time given to other processes.
 #include "support/ide_fixture.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 #include <algorithm>
+#include <ctime>
 
 namespace {
+qint64 threadMicros() {
+    timespec ts{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
+    return qint64(ts.tv_sec) * 1000000 + ts.tv_nsec / 1000;
+}
+
 QByteArray manyMethods(int lines) {
     QByteArray text = "\n";
     for (int i = 0, written = 1; written < lines; ++i, written += 5)
@@ -28,12 +36,11 @@ TEST_F(CompletionTyping, NarrowingTheOpenListNeverStallsTheEventLoop) {
     QCoreApplication::processEvents();
 
     std::vector<qint64> stalls;
-    QElapsedTimer clock;
     const auto key = [&](auto... press) {
-        clock.start();
+        const qint64 start = threadMicros();
         QTest::keyClick(view, press...);
         QCoreApplication::processEvents();
-        stalls.push_back(clock.nsecsElapsed() / 1000);
+        stalls.push_back(threadMicros() - start);
     };
     bool listShown = false;
     for (int round = 0; round < 10; ++round) {
