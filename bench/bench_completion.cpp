@@ -74,30 +74,22 @@ void timeEach(benchmark::State& state, Call call) {
     state.counters["p99_us"] = micros[std::min(micros.size() - 1, micros.size() * 99 / 100)];
 }
 
-void BM_CompletionThreeSegmentChain(benchmark::State& state) {
+// One request for `expression` (the no-context marker when empty) at the end of link1.
+void BM_Completion(benchmark::State& state, const QString& expression) {
     OpenIde& o = ide();
+    const QString asked = expression.isEmpty() ? QString::fromUtf16(completionNoContextMarker) : expression;
     qsizetype offered = 0;
     timeEach(state, [&] {
-        const QStringList candidates = o.global.KLVR_TextView_GetCompletion(o.view, QStringLiteral("me.next.next"));
+        const QStringList candidates = o.global.KLVR_TextView_GetCompletion(o.view, asked);
         offered = candidates.size();
         benchmark::DoNotOptimize(candidates);
     });
     state.counters["candidates"] = double(offered);
 }
-BENCHMARK(BM_CompletionThreeSegmentChain)->Iterations(2000)->Unit(benchmark::kMicrosecond);
-
-void BM_CompletionNoContext(benchmark::State& state) {
-    OpenIde& o = ide();
-    const QString marker = QString::fromUtf16(completionNoContextMarker);
-    qsizetype offered = 0;
-    timeEach(state, [&] {
-        const QStringList candidates = o.global.KLVR_TextView_GetCompletion(o.view, marker);
-        offered = candidates.size();
-        benchmark::DoNotOptimize(candidates);
-    });
-    state.counters["candidates"] = double(offered);
-}
-BENCHMARK(BM_CompletionNoContext)->Iterations(2000)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(BM_Completion, ThreeSegmentChain, QStringLiteral("me.next.next"))
+    ->Iterations(2000)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(BM_Completion, NoContext, QString())->Iterations(2000)->Unit(benchmark::kMicrosecond);
 
 // From the "." key to the list drawn: the key goes through the view's own event
 // handling, then the event loop runs until the pop-up's paint is done.

@@ -22,26 +22,33 @@ Request requestOf(QObject* view) {
     return {KLVR_KLTEXTVIEW_FILENAME(textView), KLVR_KLTEXTVIEW_POSITION(textView)};
 }
 
+// Asks `question` with a resolver over the open project and its vocabulary.
+template <typename Result, typename Question>
+Result ask(const Global& g, QObject* view, Question question) {
+    if (!g.myparser)
+        return {};
+    const Request request = requestOf(view);
+    const TypeResolver resolver(*g.myparser, {g.ProjectPath, g.projectFiles, g.dClassCompletion});
+    return question(resolver,
+                    CompletionVocabulary{g.dCompletion2function, g.KelvaroConsts, g.dObjectCompletion,
+                                         g.dClassCompletion},
+                    request);
+}
+
 } // namespace
 
 QStringList Global::KLVR_TextView_GetCompletion(QObject* view, const QString& expression) {
     KLVR_TRACE("TextView_GetCompletion");
-    if (!myparser)
-        return {};
-    const Request request = requestOf(view);
-    const TypeResolver resolver(*myparser, {ProjectPath, projectFiles, dClassCompletion});
-    return completionCandidates(resolver, {dCompletion2function, KelvaroConsts, dObjectCompletion, dClassCompletion},
-                                request.path, request.position, expression);
+    return ask<QStringList>(*this, view, [&](const TypeResolver& r, const CompletionVocabulary& v, const Request& at) {
+        return completionCandidates(r, v, at.path, at.position, expression);
+    });
 }
 
 QString Global::KLVR_TextView_GetCompletion2(QObject* view, const QString& word) {
     KLVR_TRACE("TextView_GetCompletion2");
-    if (!myparser)
-        return {};
-    const Request request = requestOf(view);
-    const TypeResolver resolver(*myparser, {ProjectPath, projectFiles, dClassCompletion});
-    return completionText(resolver, {dCompletion2function, KelvaroConsts, dObjectCompletion, dClassCompletion},
-                          request.path, request.position, word);
+    return ask<QString>(*this, view, [&](const TypeResolver& r, const CompletionVocabulary& v, const Request& at) {
+        return completionText(r, v, at.path, at.position, word);
+    });
 }
 
 QStringList Global::__TextView_GetCompletion(QObject* view, const QString& expression) {

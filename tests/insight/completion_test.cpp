@@ -191,6 +191,22 @@ TEST_F(Completion, TenKeysInARowLeaveOnePauseTimerRunning) {
     EXPECT_TRUE(global->mycode->tUpdateTimer->isActive()); // the code pane's work was handed over
 }
 
+TEST_F(Completion, TheParserAnswersForAViewFromItsFileAndCursor) {
+    const parser& scans = *global->myparser;
+    const QString basket = project + "/Basket.NSObject.klvr";
+    placeCursor(6);
+    EXPECT_EQ(scans.GetCurrentScope(basket, view->position()), "Run");
+    EXPECT_EQ(scans.FindType(view, "total", false), "Integer");
+    EXPECT_EQ(scans.FindType(view, "me.items.crate.tag", true), "Crate");
+    placeCursor(2);
+    EXPECT_EQ(scans.FindType(view, "total", false), "String");
+    EXPECT_EQ(scans.FindLocalVariable(basket, "Run", "n"), "Integer");
+    EXPECT_EQ(scans.FindClassVariable(basket, "x", "Public"), "");
+    EXPECT_EQ(scans.FindGlobalVariable("text"), "NSString");
+    EXPECT_EQ(scans.GetCustomClassIdentifiers(view, "Crate"), (QStringList{"tag", "Weight()"}));
+    EXPECT_EQ(scans.FindType(nullptr, "me", false), "");
+}
+
 TEST_F(Completion, DelegateCallsAreHandedBackToTheView) {
     view->setText(view->text() + "\nle");
     view->setCursorPosition(view->lines() - 1, 2);
