@@ -97,7 +97,11 @@ void BM_PopUpAfterPoint(benchmark::State& state) {
     OpenIde& o = ide();
     KLTextView* view = o.view;
     view->window()->show();
+    view->window()->activateWindow();
     view->setFocus();
+    // The window's activation arrives through the event loop; a list opened before it
+    // would lose the focus at once.
+    QCoreApplication::processEvents();
     const auto type = [view](Qt::Key key, const QString& text) {
         QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
         QCoreApplication::sendEvent(view, &press);
