@@ -79,7 +79,6 @@ INSTANTIATE_TEST_SUITE_P(
         CandidateCase{"ThreeClassesDeep", 2, "items.crate", {"tag", "Weight()"}},
         CandidateCase{"ClassWithOnlyPrivateMembers", 2, "vault", {}},
         CandidateCase{"LocalOfAVocabularyType", 6, "total", {}},
-        CandidateCase{"UnknownExpression", 2, "nobody", {}},
         CandidateCase{"CommentWithPoints", 2, "' see me", {}},
         CandidateCase{"UnterminatedString", 2, "\"me", {}}),
     [](const auto& info) { return std::string(info.param.name); });
@@ -99,7 +98,6 @@ TEST_P(CompletionText, IsTheVocabularysTextForTheWholeWord) {
 
 INSTANTIATE_TEST_SUITE_P(Words, CompletionText,
                          ::testing::Values(TextCase{"FunctionInUpperCase", "MSGBOX", "MsgBox(text)"},
-                                           TextCase{"FunctionAsListed", "Len", "Len(s)"},
                                            TextCase{"MemberOfAVocabularyClass", "text.characterAtIndex",
                                                     "characterAtIndex(index)"},
                                            TextCase{"FunctionNameAfterAPoint", "text.msgbox", ""},

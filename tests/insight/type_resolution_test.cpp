@@ -112,23 +112,11 @@ INSTANTIATE_TEST_SUITE_P(
         TypeCase{"OnlyPoints", "Basket.NSObject.klvr", 2, "...", false, ""}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(Resolution, LocalsClassMembersAndGlobalsAreLookedUpByTheirRules) {
-    EXPECT_EQ(resolver.FindLocalVariable(basket(), "Run", "total"), "Integer");
-    EXPECT_EQ(resolver.FindLocalVariable(basket(), "", "total"), "");
-    EXPECT_EQ(resolver.FindClassVariable(basket(), "x", ""), "Foo");
-    EXPECT_EQ(resolver.FindClassVariable(basket(), "x", "Public"), "");
-    EXPECT_EQ(resolver.FindClassVariable(basket(), "items", "Public"), "Shelf");
-    EXPECT_EQ(resolver.FindGlobalVariable("text"), "NSString");
-    EXPECT_EQ(resolver.FindGlobalVariable("secret"), "");
-}
-
 TEST_F(Resolution, IdentifiersOfTheOwnClassIncludePrivateOnesOfOthersOnlyPublicOnes) {
     EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "Basket"),
               (QStringList{"x", "total", "Run(n As Integer)", "items", "vault", "größe", "Add(k As Integer)"}));
     EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "Shelf"), (QStringList{"first", "crate", "Put(item As Basket)"}));
-    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "Vault"), QStringList{});
     EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "NoSuchClass"), QStringList{});
-    EXPECT_EQ(resolver.GetCustomClassIdentifiers(dir.filePath("Ghost.NSObject.klvr"), "Ghost"), QStringList{});
 }
 
 TEST_F(Resolution, AChainOfFiveThousandSegmentsResolvesInOnePass) {
