@@ -4,6 +4,7 @@
 
 #include "editor/kelvaro_lexer.h"
 #include "editor/line_commands.h"
+#include "insight/completion.h"
 
 #include <QAccessibleWidget>
 #include <QFontDatabase>
@@ -43,7 +44,7 @@ void installPlainAccessible() {
 
 } // namespace
 
-const QString KLTextView::NoContextMarker = QStringLiteral("!\u00a7$%&/()=?");
+const QString KLTextView::NoContextMarker = QString::fromUtf16(completionNoContextMarker);
 
 KLTextView::KLTextView(QObject* owner, const QString& name, QWidget* parent)
     : QsciScintilla(parent), owner_(owner), name_(name) {
@@ -114,11 +115,8 @@ void KLTextView::configure() {
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &KLTextView::onUpdateUi);
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &KLTextView::onCharAdded);
     connect(this, &QsciScintilla::marginClicked, this, &KLTextView::onMarginClicked);
-    connect(this, &QsciScintilla::userListActivated, this, [this](int, const QString& chosen) {
-        const CompletionContext context = completionContext(position());
-        replaceUtf16(QString(), context.wordStart, position() - context.wordStart, chosen);
-        shownCompletions_.clear();
-    });
+    connect(this, &QsciScintilla::userListActivated, this,
+            [this](int, const QString& chosen) { insertCompletion(chosen); });
 }
 
 

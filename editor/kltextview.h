@@ -199,16 +199,20 @@ public:
     bool printShowingPrintPanel(const QString& projectName, const QString& className, bool showPanel);
 
     // ---- completion ----
-    // Asks the owner for candidates for the word before the cursor and shows them.
+    // Asks the owner for candidates for the word before the cursor and shows them: on
+    // ".", on Ctrl+Space and when a word reaches its third letter. While the list is
+    // shown, each typed or erased character narrows it without asking again.
     void showCompletion();
     // The expression before the word that ends at `utf16Position`, and that word.
     struct CompletionContext {
         QString expression; // NoContextMarker when there is none
         QString partialWord;
         qint64 wordStart = 0; // UTF-16
+        bool inTextOrComment = false; // the word stands in a quoted text or a comment
     };
     CompletionContext completionContext(qint64 utf16Position) const;
-    // Candidates of `all` that begin with `partialWord`, ignoring case, in their order.
+    // Candidates of `all` that begin with `partialWord`, ignoring case, in their order,
+    // those that begin with it in its exact letter case first.
     static QStringList filterCandidates(const QStringList& all, const QString& partialWord);
     // The list last shown (empty when none).
     QStringList shownCompletions() const { return shownCompletions_; }
@@ -251,6 +255,12 @@ private:
     void onUpdateUi(int updated);
     void onMarginClicked(int margin, int line, Qt::KeyboardModifiers modifiers);
     void onCharAdded(int character);
+    // Shows the candidates of the last request that fit the word before the cursor;
+    // closes the list when none does.
+    void refilterCompletion();
+    // Puts a chosen candidate in place of the word; a member with parameters comes with
+    // empty parentheses and the cursor between them.
+    void insertCompletion(const QString& chosen);
     void updateLineNumberWidth();
     void restyleStaleVisibleLines();
     bool ownerHas(const char* method) const;
@@ -285,6 +295,7 @@ private:
     Utf16Range scope_;
     Utf16Range lastMatch_{-1, -1};
     QStringList shownCompletions_;
+    QStringList requestedCompletions_; // the owner's answer to the last request
     qint64 changeCount_ = 0;       // advances with every change of the text
     long pendingInsertAt_ = 0;     // an insertion not yet reported to the owner
     long pendingInsertLength_ = 0; // (bytes; 0: none)

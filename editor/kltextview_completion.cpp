@@ -1,8 +1,9 @@
 // The view's side of completion: it finds the expression and the partial word before
 // the cursor, asks its owner for candidates, keeps those that begin with the partial
-// word (ignoring case, in the owner's order) and shows them; the chosen text replaces
-// the partial word. On "(" after a word it asks the owner for that word's completion
-// text and shows it as a tip.
+// word (ignoring case, exact-case ones first, otherwise in the owner's order) and shows
+// them; while the list is open each typed or erased character narrows the same answer
+// again. The chosen text replaces the partial word. On "(" after a word it asks the
+// owner for that word's completion text and shows it as a tip.
 #include "editor/kltextview.h"
 
 #include <QKeyEvent>
@@ -14,6 +15,23 @@ bool isWordChar(QChar c) {
 }
 
 constexpr int CompletionListId = 1;
+// The list shows at most this many candidates: more cannot be read, and a longer list
+// costs its rebuild on every key typed while it is open.
+constexpr qsizetype MostCandidatesShown = 200;
+// A word opens the list by itself when it reaches this many letters.
+constexpr qsizetype LettersThatOpenTheList = 3;
+
+// Whether the end of `line` lies in a quoted text or a comment ("'" outside quotes).
+bool endsInTextOrComment(QStringView line) {
+    bool quoted = false;
+    for (const QChar c : line) {
+        if (c == u'"')
+            quoted = !quoted;
+        else if (c == u'\'' && !quoted)
+            return true;
+    }
+    return quoted;
+}
 
 } // namespace
 
@@ -35,6 +53,7 @@ KLTextView::CompletionContext KLTextView::completionContext(qint64 utf16Position
     context.wordStart = lineStartUtf16 + wordStart;
     context.partialWord = text.mid(wordStart, pos - wordStart);
     context.expression = NoContextMarker;
+    context.inTextOrComment = endsInTextOrComment(QStringView(text).left(wordStart));
     if (wordStart > 0 && text[wordStart - 1] == u'.') {
         // The chain of words and points in front of the point: "me.list" of "me.list.Ad".
         qint64 exprStart = wordStart - 1;
@@ -50,12 +69,15 @@ KLTextView::CompletionContext KLTextView::completionContext(qint64 utf16Position
 QStringList KLTextView::filterCandidates(const QStringList& all, const QString& partialWord) {
     if (partialWord.isEmpty())
         return all;
-    QStringList kept;
+    QStringList exactCase;
+    QStringList otherCase;
     for (const QString& candidate : all) {
-        if (candidate.startsWith(partialWord, Qt::CaseInsensitive))
-            kept << candidate;
+        if (candidate.startsWith(partialWord))
+            exactCase << candidate;
+        else if (candidate.startsWith(partialWord, Qt::CaseInsensitive))
+            otherCase << candidate;
     }
-    return kept;
+    return exactCase + otherCase;
 }
 
 QStringList KLTextView::delegate_textView_completions(const QStringList& words, qint64 start, qint64 length) {
@@ -77,19 +99,67 @@ QList<qint64> KLTextView::delegate_textView_willChangeSelection(qint64, qint64, 
 
 void KLTextView::showCompletion() {
     shownCompletions_.clear();
+    requestedCompletions_.clear();
     if (!ownerHas(KLTextViewOwnerCalls::GetCompletion))
         return;
     const CompletionContext context = completionContext(position());
+    if (context.inTextOrComment)
+        return;
     QStringList candidates;
     QMetaObject::invokeMethod(owner_, KLTextViewOwnerCalls::GetCompletion, Qt::DirectConnection,
                               Q_RETURN_ARG(QStringList, candidates), Q_ARG(QObject*, this),
                               Q_ARG(QString, context.expression));
-    candidates = filterCandidates(candidates, context.partialWord);
+    // A whole word with a completion text of its own ("msgbox" -> "MsgBox(text)") has
+    // that text offered first.
+    if (!context.partialWord.isEmpty() && ownerHas(KLTextViewOwnerCalls::GetCompletion2)) {
+        const QString word = context.expression == NoContextMarker
+                                 ? context.partialWord
+                                 : context.expression + QLatin1Char('.') + context.partialWord;
+        QString completion;
+        QMetaObject::invokeMethod(owner_, KLTextViewOwnerCalls::GetCompletion2, Qt::DirectConnection,
+                                  Q_RETURN_ARG(QString, completion), Q_ARG(QObject*, this), Q_ARG(QString, word));
+        if (!completion.isEmpty()) {
+            candidates.removeAll(completion);
+            candidates.prepend(completion);
+        }
+    }
     candidates.removeAll(QString());
-    if (candidates.isEmpty())
+    requestedCompletions_ = candidates;
+    refilterCompletion();
+}
+
+void KLTextView::refilterCompletion() {
+    const CompletionContext context = completionContext(position());
+    const QStringList fitting = filterCandidates(requestedCompletions_, context.partialWord);
+    if (fitting.isEmpty()) {
+        shownCompletions_.clear();
+        if (isListActive())
+            cancelList();
         return;
-    shownCompletions_ = candidates;
-    showUserList(CompletionListId, candidates);
+    }
+    const QStringList shown = fitting.mid(0, MostCandidatesShown);
+    if (shown == shownCompletions_ && isListActive())
+        return; // the list shown already fits; it keeps its selection
+    shownCompletions_ = shown;
+    showUserList(CompletionListId, shownCompletions_);
+}
+
+void KLTextView::insertCompletion(const QString& chosen) {
+    const CompletionContext context = completionContext(position());
+    QString inserted = chosen;
+    qint64 cursor = -1;
+    const qsizetype open = chosen.indexOf(QLatin1Char('('));
+    const qsizetype close = chosen.indexOf(QLatin1Char(')'), open + 1);
+    if (open > 0 && close > open + 1) {
+        // A member with parameters: the name and empty parentheses, the cursor inside.
+        inserted = chosen.left(open) + QStringLiteral("()");
+        cursor = context.wordStart + open + 1;
+    }
+    replaceUtf16(QString(), context.wordStart, position() - context.wordStart, inserted);
+    if (cursor >= 0)
+        SendScintilla(SCI_GOTOPOS, long(bytesFromUtf16(cursor)));
+    shownCompletions_.clear();
+    requestedCompletions_.clear();
 }
 
 void KLTextView::onCharAdded(int character) {
@@ -97,6 +167,18 @@ void KLTextView::onCharAdded(int character) {
         showCompletion();
         return;
     }
+    if (isWordChar(QChar(character))) {
+        if (isListActive() && !requestedCompletions_.isEmpty()) {
+            refilterCompletion();
+            return;
+        }
+        const CompletionContext context = completionContext(position());
+        if (context.partialWord.size() == LettersThatOpenTheList && !context.partialWord.front().isDigit())
+            showCompletion();
+        return;
+    }
+    if (isListActive())
+        cancelList();
     if (character != '(' || !ownerHas(KLTextViewOwnerCalls::GetCompletion2))
         return;
     // The whole word before the parenthesis, with its dotted prefix ("me.list.Add"):
@@ -121,6 +203,11 @@ void KLTextView::onCharAdded(int character) {
 void KLTextView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Space && (event->modifiers() & Qt::ControlModifier)) {
         showCompletion();
+        return;
+    }
+    if (event->key() == Qt::Key_Backspace && isListActive()) {
+        QsciScintilla::keyPressEvent(event);
+        refilterCompletion();
         return;
     }
     if (encoding_ != TextEncoding::Utf8 && !event->text().isEmpty() && !isReadOnly()) {

@@ -268,6 +268,23 @@ public:
     // Every open editor view's type list becomes the built-in types and the project's classes.
     void RefreshCompletionAsList();
 
+    // ---- Completion (insight/completion_actions.cpp) ----
+    // The editor views' two completion questions: candidates for the expression before
+    // the cursor (or the no-context marker), and the completion text of a whole word.
+    Q_INVOKABLE QStringList KLVR_TextView_GetCompletion(QObject* view, const QString& expression);
+    Q_INVOKABLE QString KLVR_TextView_GetCompletion2(QObject* view, const QString& word);
+    Q_INVOKABLE QStringList __TextView_GetCompletion(QObject* view, const QString& expression);
+    Q_INVOKABLE QString __TextView_GetCompletion2(QObject* view, const QString& word);
+    // Delegate questions handed back to the view's own answers.
+    Q_INVOKABLE QStringList textView_completions_forPartialWordRange_indexOfSelectedItem(
+        QObject* view, const QStringList& words, qint64 start, qint64 length);
+    Q_INVOKABLE QList<qint64> textView_willChangeSelectionFromCharacterRange_toCharacterRange(
+        QObject* view, qint64 oldStart, qint64 oldLength, qint64 newStart, qint64 newLength);
+    // Allows every change and hands it back to the view on the next turn of the loop.
+    Q_INVOKABLE bool textView_shouldChangeTextInRange(QObject* view, qint64 location, qint64 length,
+                                                      const QString& replacement);
+    Q_INVOKABLE void ShouldChangeText(const Value& location, const Value& replacement);
+
     // ---- Position line (search/position.cpp) ----
     void UpdateLine(KLTextView* view);
     Q_INVOKABLE void dotLastPosition();

@@ -8,6 +8,7 @@
 #include "frame/classframe.h"
 #include "insight/declarations.h"
 #include "insight/file_scan.h"
+#include "insight/type_resolution.h"
 
 #include <QHash>
 #include <QMutex>
@@ -15,7 +16,7 @@
 #include <QString>
 #include <memory>
 
-class parser : public QObject {
+class parser : public QObject, public ScanStore {
     Q_OBJECT
     KLVR_CLASS_FRAME(parser)
 
@@ -37,7 +38,7 @@ public:
     void ParseFiles(const QStringList& paths);
 
     // The stored lists of a file, or nullptr when it was never scanned.
-    List GetAll(const QString& path) const;
+    List GetAll(const QString& path) const override;
     List GetSub(const QString& path) const;
     List GetFunction(const QString& path) const;
     List GetAction(const QString& path) const;
@@ -48,9 +49,19 @@ public:
     List GetIBOutlet(const QString& path) const;
     List GetIBAction(const QString& path) const;
     List GetList(DeclarationKind kind, const QString& path) const;
-    std::shared_ptr<const QList<qint64>> GetLineSeparators(const QString& path) const;
-    std::shared_ptr<const QStringList> GetLineSeparatorsType(const QString& path) const;
-    std::shared_ptr<const QHash<QString, QString>> GetLocalList(const QString& path) const;
+    std::shared_ptr<const QList<qint64>> GetLineSeparators(const QString& path) const override;
+    std::shared_ptr<const QStringList> GetLineSeparatorsType(const QString& path) const override;
+    std::shared_ptr<const QHash<QString, QString>> GetLocalList(const QString& path) const override;
+
+    // ---- Scope and type resolution (insight/parser_resolution.cpp) ----
+    // TypeResolver's answers over these stores and the open project of Global (see
+    // insight/type_resolution.h); the view gives its file path and cursor position.
+    QString GetCurrentScope(const QString& path, qint64 position) const;
+    QString FindLocalVariable(const QString& path, const QString& scope, const QString& name) const;
+    QString FindClassVariable(const QString& path, const QString& name, const QString& visibility) const;
+    QString FindGlobalVariable(const QString& name) const;
+    QString FindType(QObject* view, const QString& expression, bool leaveOutLast) const;
+    QStringList GetCustomClassIdentifiers(QObject* view, const QString& className) const;
 
     // Whether a scan of `path` is under way (the "locked" guard holds it).
     bool isLocked(const QString& path) const;

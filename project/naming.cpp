@@ -1,14 +1,14 @@
-// The only places that take a source file name <Class>.<SuperClass>.klvr apart.
+// The only places that take a source file name <Class>.<SuperClass>.klvr apart; the
+// class of a name or path follows the resolution engine's rules.
 #include "frame/global.h"
+#include "insight/type_resolution.h"
 
 QString Global::filebasename(const QString& name) {
-    qint64 point = KLVR_INSTR(name, QStringLiteral("."), 0, true);
-    return point > 0 ? KLVR_LEFT(name, point) : name;
+    return sourceBaseName(name);
 }
 
 QString Global::getClassName(const QString& path) {
-    const QString name = KLVR_FILENAME(path);
-    return KLVR_LEFT(name, KLVR_INSTR(name, QStringLiteral("."), 0, true));
+    return sourceClassName(path);
 }
 
 QString Global::getSuperClassName(const QString& nameOrPath) {

@@ -85,9 +85,9 @@ TEST(KLTextViewCompletion, ShowsFilteredListAndInsertsTheChoice) {
     EXPECT_EQ(v.shownCompletions(), owner.candidates);
 
     v.SendScintilla(QsciScintilla::SCI_AUTOCCANCEL);
-    QTest::keyClicks(&v, "co");
+    QTest::keyClicks(&v, "Co");
     QTest::keyClick(&v, Qt::Key_Space, Qt::ControlModifier);
-    EXPECT_EQ(v.shownCompletions(), (QStringList{"Count", "count2"}));
+    EXPECT_EQ(v.shownCompletions(), (QStringList{"Count", "count2"})); // exact case first
     ASSERT_TRUE(v.isListActive());
     v.SendScintilla(QsciScintilla::SCI_AUTOCCOMPLETE); // the user takes the first entry
     EXPECT_EQ(v.text(), QStringLiteral("x = me.list.Count"));
