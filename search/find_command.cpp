@@ -1,0 +1,101 @@
+#include "search/find_command.h"
+
+#include "search/project_search.h"
+
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+
+void printError(const QString& message) {
+    const QByteArray bytes = QStringLiteral("kelvaro --find: ").toLocal8Bit() + message.toLocal8Bit() + '\n';
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
+}
+
+int usage(const QString& why) {
+    printError(why);
+    printError(QStringLiteral("usage: kelvaro --find TEXT PROJECT [--ignore-case] [--skip-comments]"));
+    return 2;
+}
+
+bool writeAll(const QByteArray& bytes) {
+    qsizetype done = 0;
+    while (done < bytes.size()) {
+        const ssize_t n = ::write(STDOUT_FILENO, bytes.constData() + done, size_t(bytes.size() - done));
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            return false;
+        done += n;
+    }
+    return true;
+}
+
+} // namespace
+
+bool isFindCommand(const QStringList& args) { return args.value(1) == QLatin1String("--find"); }
+
+int runFindCommand(const QStringList& args) {
+    project_search::Options options;
+    QStringList positional;
+    for (const QString& arg : args.mid(2)) {
+        if (arg == QLatin1String("--ignore-case"))
+            options.ignoreCase = true;
+        else if (arg == QLatin1String("--skip-comments"))
+            options.skipCommentLines = true;
+        else if (arg.startsWith(QLatin1String("--")) && positional.size() != 0)
+            return usage(QStringLiteral("unknown option ") + arg);
+        else
+            positional << arg;
+    }
+    if (positional.size() != 2)
+        return usage(QStringLiteral("a text to find and a project folder are needed"));
+    const QString& needle = positional[0];
+    const QString& folder = positional[1];
+    if (const QString problem = project_search::problemWith(needle); !problem.isEmpty())
+        return usage(problem);
+    if (!QFileInfo(folder).isDir())
+        return usage(QStringLiteral("not a folder: ") + folder);
+
+    const QList<project_search::FileMatches> files =
+        project_search::search(folder, project_search::sourceFilesOf(folder), needle, options);
+    QByteArray out;
+    bool written = true;
+    qsizetype found = 0;
+    for (const project_search::FileMatches& file : files) {
+        if (file.state == project_search::FileState::Unreadable)
+            printError(QStringLiteral("cannot read ") + file.name);
+        else if (file.state == project_search::FileState::Binary)
+            printError(QStringLiteral("binary file not searched: ") + file.name);
+        const QByteArray prefix = file.name.toUtf8() + ':';
+        QByteArray lineBytes;
+        const QString* lastLine = nullptr;
+        for (const project_search::Match& match : file.matches) {
+            if (!lastLine || !lastLine->isSharedWith(match.lineText)) { // matches on one line share its text
+                lineBytes = match.lineText.toUtf8();
+                lastLine = &match.lineText;
+            }
+            out += prefix;
+            out += QByteArray::number(match.line);
+            out += ':';
+            out += QByteArray::number(match.column + 1);
+            out += ':';
+            out += lineBytes;
+            out += '\n';
+            if (out.size() > (1 << 20)) {
+                written = written && writeAll(out);
+                out.clear();
+            }
+        }
+        found += file.matches.size();
+    }
+    written = written && writeAll(out);
+    if (!written) {
+        printError(QStringLiteral("cannot write the output"));
+        return 2;
+    }
+    return found > 0 ? 0 : 1;
+}

@@ -1,0 +1,215 @@
+#include "search/project_search.h"
+
+#include "editor/document_file.h"
+#include "insight/every_core.h"
+#include "insight/source_text.h"
+
+#include <QDir>
+
+#include <array>
+#include <cstring>
+#include <string_view>
+
+namespace project_search {
+
+namespace {
+
+constexpr std::array<unsigned char, 256> kAsciiLower = [] {
+    std::array<unsigned char, 256> table{};
+    for (int i = 0; i < 256; ++i)
+        table[size_t(i)] = (i >= 'A' && i <= 'Z') ? (unsigned char)(i + 32) : (unsigned char)i;
+    return table;
+}();
+
+// The first occurrence of `needle` at or after `from`, letters compared regardless of
+// ASCII case (`needle` is ASCII and already lower case); npos when none.
+size_t findAsciiIgnoringCase(std::string_view hay, std::string_view needle, size_t from) {
+    const size_t m = needle.size();
+    if (m == 0 || hay.size() < m)
+        return std::string_view::npos;
+    const auto* h = reinterpret_cast<const unsigned char*>(hay.data());
+    const auto* n = reinterpret_cast<const unsigned char*>(needle.data());
+    const unsigned char first = n[0];
+    const unsigned char firstUpper = (first >= 'a' && first <= 'z') ? first - 32 : first;
+    const size_t last = hay.size() - m;
+    for (size_t i = from; i <= last; ++i) {
+        const unsigned char c = h[i];
+        if (c != first && c != firstUpper)
+            continue;
+        size_t k = 1;
+        while (k < m && kAsciiLower[h[i + k]] == n[k])
+            ++k;
+        if (k == m)
+            return i;
+    }
+    return std::string_view::npos;
+}
+
+// UTF-16 units of valid UTF-8 bytes: one per character, two for those beyond the basic plane.
+qint64 utf16Length(std::string_view bytes) {
+    qint64 units = 0;
+    for (const char ch : bytes) {
+        const auto c = static_cast<unsigned char>(ch);
+        units += (c & 0xC0) != 0x80;
+        units += c >= 0xF0;
+    }
+    return units;
+}
+
+bool isCommentLine(auto line) {
+    size_t i = 0;
+    while (i < line.size() && (line[i] == ' ' || line[i] == '\t'))
+        ++i;
+    return i < line.size() && line[i] == '\'';
+}
+
+// Walks the occurrences that `next(from)` finds in `text` (a byte or UTF-16 view) and
+// records their lines; `lineOf(start, end)` makes the text of a line.
+template <class View, class Next, class LineOf>
+void collect(View text, Next next, Options options, LineOf lineOf, QList<Match>& out) {
+    constexpr auto npos = View::npos;
+    qint64 line = 1;
+    size_t counted = 0; // line breaks are counted up to here
+    size_t lineStart = 0, lineEnd = npos;
+    QString lineText;
+    bool comment = false;
+    for (size_t at = next(0); at != npos; at = next(at + 1)) {
+        if (lineEnd == npos || at > lineEnd) { // a new line
+            for (size_t i = counted; i < at; ++i)
+                line += text[i] == '\n';
+            counted = at;
+            const size_t before = at == 0 ? npos : text.rfind('\n', at - 1);
+            lineStart = before == npos ? 0 : before + 1;
+            lineEnd = text.find('\n', at);
+            size_t shown = lineEnd == npos ? text.size() : lineEnd;
+            if (shown > lineStart && text[shown - 1] == '\r')
+                --shown;
+            const View whole = text.substr(lineStart, shown - lineStart);
+            comment = options.skipCommentLines && isCommentLine(whole);
+            lineText = comment ? QString() : lineOf(whole);
+            if (lineEnd == npos)
+                lineEnd = text.size();
+        }
+        if (comment)
+            continue;
+        out.append({line, qint64(0), lineText});
+        if constexpr (sizeof(typename View::value_type) == 1)
+            out.last().column = utf16Length(text.substr(lineStart, at - lineStart));
+        else
+            out.last().column = qint64(at - lineStart);
+    }
+}
+
+void searchDecoded(std::u16string_view text, const QString& needle, Options options, QList<Match>& out) {
+    const QString haystack = QString::fromRawData(reinterpret_cast<const QChar*>(text.data()), qsizetype(text.size()));
+    const Qt::CaseSensitivity cs = options.ignoreCase ? Qt::CaseInsensitive : Qt::CaseSensitive;
+    auto next = [&](size_t from) {
+        const qsizetype at = haystack.indexOf(needle, qsizetype(from), cs);
+        return at < 0 ? std::u16string_view::npos : size_t(at);
+    };
+    auto lineOf = [](std::u16string_view line) {
+        return QString(reinterpret_cast<const QChar*>(line.data()), qsizetype(line.size()));
+    };
+    collect(text, next, options, lineOf, out);
+}
+
+void searchUtf8(std::string_view text, const QString& needle, Options options, QList<Match>& out) {
+    const QByteArray needleBytes = needle.toUtf8();
+    const bool asciiNeedle = isAscii({needleBytes.constData(), size_t(needleBytes.size())});
+    auto lineOf = [](std::string_view line) { return QString::fromUtf8(line.data(), qsizetype(line.size())); };
+    const std::string_view n(needleBytes.constData(), size_t(needleBytes.size()));
+    // Bytes compare as characters do when letter case matters (a needle that does not
+    // come back from UTF-8 unchanged holds a lone surrogate and is searched decoded), and
+    // when it does not for an ASCII needle in a text without letters folding to ASCII.
+    if (!options.ignoreCase && QString::fromUtf8(needleBytes) == needle) {
+        auto next = [&](size_t from) {
+            if (from > text.size())
+                return std::string_view::npos;
+            const void* at = memmem(text.data() + from, text.size() - from, n.data(), n.size());
+            return at ? size_t(static_cast<const char*>(at) - text.data()) : std::string_view::npos;
+        };
+        collect(text, next, options, lineOf, out);
+        return;
+    }
+    if (options.ignoreCase && asciiNeedle && scannableAsBytes(text)) {
+        const QByteArray lower = needleBytes.toLower();
+        const std::string_view l(lower.constData(), size_t(lower.size()));
+        auto next = [&](size_t from) { return findAsciiIgnoringCase(text, l, from); };
+        collect(text, next, options, lineOf, out);
+        return;
+    }
+    const QString decoded = QString::fromUtf8(text.data(), qsizetype(text.size()));
+    searchDecoded({reinterpret_cast<const char16_t*>(decoded.utf16()), size_t(decoded.size())}, needle, options, out);
+}
+
+} // namespace
+
+QString problemWith(const QString& needle) {
+    if (needle.isEmpty())
+        return QStringLiteral("Nothing to find");
+    if (needle.contains(QLatin1Char('\n')) || needle.contains(QLatin1Char('\r')))
+        return QStringLiteral("Line breaks cannot be searched for");
+    return QString();
+}
+
+QStringList sourceFiles(const QStringList& folderEntries) {
+    QStringList names;
+    for (const QString& name : folderEntries) {
+        if (!name.endsWith(QLatin1String(".klvr")) || name.size() == 5)
+            continue;
+        if (name.endsWith(QLatin1String("Global.NSObject.klvr")))
+            names.insert(0, name);
+        else
+            names.append(name);
+    }
+    return names;
+}
+
+QStringList sourceFilesOf(const QString& folder) {
+    const QDir dir(folder);
+    if (!dir.exists())
+        return {};
+    return sourceFiles(dir.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name));
+}
+
+FileMatches searchBytes(const QByteArray& fileBytes, const QString& needle, Options options) {
+    FileMatches result;
+    if (!problemWith(needle).isEmpty())
+        return result;
+    const std::string_view raw(fileBytes.constData(), size_t(fileBytes.size()));
+    if (raw.find('\0') != std::string_view::npos) {
+        result.state = FileState::Binary;
+        return result;
+    }
+    if (isAscii(raw)) {
+        searchUtf8(raw, needle, options, result.matches);
+        return result;
+    }
+    const document_file::Decoded decoded = document_file::decode(fileBytes);
+    searchUtf8({decoded.utf8.constData(), size_t(decoded.utf8.size())}, needle, options, result.matches);
+    return result;
+}
+
+QList<FileMatches> search(const QString& folder, const QStringList& names, const QString& needle,
+                          Options options) {
+    QList<FileMatches> files(names.size());
+    FileMatches* out = files.data(); // each thread writes only its own files' entries
+    forEachOnEveryCore(names.size(), [&](qsizetype i) {
+        thread_local QByteArray bytes;
+        if (readSourceBytesInto(folder + QLatin1Char('/') + names[i], bytes))
+            out[i] = searchBytes(bytes, needle, options);
+        else
+            out[i].state = FileState::Unreadable;
+        out[i].name = names[i];
+    });
+    return files;
+}
+
+qsizetype matchCount(const QList<FileMatches>& files) {
+    qsizetype count = 0;
+    for (const FileMatches& file : files)
+        count += file.matches.size();
+    return count;
+}
+
+} // namespace project_search
