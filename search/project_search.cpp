@@ -73,6 +73,8 @@ void collect(View text, Next next, Options options, LineOf lineOf, QList<Match>&
     size_t lineStart = 0, lineEnd = npos;
     QString lineText;
     bool comment = false;
+    size_t columnAt = 0; // the column is counted up to here
+    qint64 column = 0;
     for (size_t at = next(0); at != npos; at = next(at + 1)) {
         if (lineEnd == npos || at > lineEnd) { // a new line
             for (size_t i = counted; i < at; ++i)
@@ -89,14 +91,19 @@ void collect(View text, Next next, Options options, LineOf lineOf, QList<Match>&
             lineText = comment ? QString() : lineOf(whole);
             if (lineEnd == npos)
                 lineEnd = text.size();
+            columnAt = lineStart;
+            column = 0;
         }
         if (comment)
             continue;
-        out.append({line, qint64(0), lineText});
+        // Columns are counted on from the previous occurrence of the line, so that a
+        // long line with many occurrences is walked once.
         if constexpr (sizeof(typename View::value_type) == 1)
-            out.last().column = utf16Length(text.substr(lineStart, at - lineStart));
+            column += utf16Length(text.substr(columnAt, at - columnAt));
         else
-            out.last().column = qint64(at - lineStart);
+            column += qint64(at - columnAt);
+        columnAt = at;
+        out.append({line, column, lineText});
     }
 }
 
