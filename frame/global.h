@@ -16,6 +16,7 @@
 #include <QWidget>
 
 class code;
+class findreplacefile;
 class KLTextView;
 class QFileSystemWatcher;
 class RecoveryJournal;
@@ -204,6 +205,17 @@ public:
     Q_INVOKABLE void dotLastPosition();
     Q_INVOKABLE void global_back();
 
+    // ==== Search and navigation (search/) ====
+    // The project search panel's controller, made on first use; a child of Global.
+    findreplacefile* ibfindreplacefile();
+    // Shows the project search panel when a project is loaded.
+    Q_INVOKABLE void FindReplaceFile(const Value& sender = Value());
+    Q_INVOKABLE void global_findreplacefile();
+    // Shows the project search panel, also without a project.
+    Q_INVOKABLE void FindReplaceFileShow();
+    // The toolbar's project search field: fills the panel, shows it and finds at once.
+    Q_INVOKABLE void boxedSearchFile(const Value& sender = Value());
+
     // The support folder "/Library/Kelvaro" under the home folder, and a file in it.
     static QString supportFolder();
     static QString supportFile(const QString& name);
@@ -233,6 +245,7 @@ private:
     QFileSystemWatcher* documentWatcher_ = nullptr;
     QSet<QString> pendingDiskChecks_;
     RecoveryJournal* journal_ = nullptr;
+    findreplacefile* projectSearch_ = nullptr; // search/search_actions.cpp
 };
 
 KLVR_DEFINE_CLASS_HELPERS(Global, GLOBAL)

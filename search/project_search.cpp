@@ -212,6 +212,18 @@ QList<FileMatches> search(const QString& folder, const QStringList& names, const
     return files;
 }
 
+std::optional<QByteArray> replacedBytes(const QByteArray& fileBytes, const QString& needle,
+                                        const QString& replacement, bool ignoreCase) {
+    const document_file::Decoded decoded = document_file::decode(fileBytes);
+    QString text = QString::fromUtf8(decoded.utf8);
+    QString with = replacement;
+    if (text.contains(QLatin1String("\r\n")))
+        with.replace(QLatin1String("\n"), QLatin1String("\r\n"));
+    if (problemWith(needle).isEmpty())
+        text.replace(needle, with, ignoreCase ? Qt::CaseInsensitive : Qt::CaseSensitive);
+    return document_file::encode(text.toUtf8(), decoded.encoding, decoded.byteOrderMark);
+}
+
 qsizetype matchCount(const QList<FileMatches>& files) {
     qsizetype count = 0;
     for (const FileMatches& file : files)

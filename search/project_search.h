@@ -22,6 +22,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace project_search {
 
 struct Options {
@@ -58,6 +60,13 @@ FileMatches searchBytes(const QByteArray& fileBytes, const QString& needle, Opti
 // Every occurrence in the files `names` of `folder`, in the order of `names`.
 QList<FileMatches> search(const QString& folder, const QStringList& names, const QString& needle,
                           Options options);
+
+// A file's bytes with every occurrence of `needle` replaced (left to right, each
+// replacement's text never searched again), written in the file's own encoding and byte
+// order mark, line breaks of the replacement in the file's style; nullopt when the
+// file's encoding cannot hold the result.
+std::optional<QByteArray> replacedBytes(const QByteArray& fileBytes, const QString& needle,
+                                        const QString& replacement, bool ignoreCase);
 
 // The number of matches of all files.
 qsizetype matchCount(const QList<FileMatches>& files);
