@@ -16,6 +16,7 @@
 #include <QWidget>
 
 class code;
+class finddefinition;
 class findreplacefile;
 class KLTextView;
 class QFileSystemWatcher;
@@ -215,6 +216,15 @@ public:
     Q_INVOKABLE void FindReplaceFileShow();
     // The toolbar's project search field: fills the panel, shows it and finds at once.
     Q_INVOKABLE void boxedSearchFile(const Value& sender = Value());
+    // Opens a project file (a name relative to the project folder) at a 1-based line.
+    void openAtLine(const QString& name, qint64 line);
+    // The find-definition panel's controller, made on first use; a child of Global.
+    finddefinition* ibfinddefinition();
+    // Shows the find-definition panel when a project is loaded.
+    Q_INVOKABLE void FindDefinition(const Value& sender = Value());
+    Q_INVOKABLE void global_finddefinition();
+    // Says that the command is not there yet.
+    Q_INVOKABLE void Definition(const Value& sender = Value());
 
     // The support folder "/Library/Kelvaro" under the home folder, and a file in it.
     static QString supportFolder();
@@ -246,6 +256,7 @@ private:
     QSet<QString> pendingDiskChecks_;
     RecoveryJournal* journal_ = nullptr;
     findreplacefile* projectSearch_ = nullptr; // search/search_actions.cpp
+    finddefinition* findDefinition_ = nullptr;
 };
 
 KLVR_DEFINE_CLASS_HELPERS(Global, GLOBAL)

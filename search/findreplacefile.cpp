@@ -1,6 +1,5 @@
 #include "search/findreplacefile.h"
 
-#include "editor/code.h"
 #include "editor/document_file.h"
 #include "editor/kltextview.h"
 #include "frame/global.h"
@@ -143,9 +142,5 @@ void findreplacefile::DoubleAction(int row) {
     KLVR_TRACE("DoubleAction");
     if (row < 0 || row >= files.rows().size())
         return;
-    const ResultRow result = files.rows()[row];
-    Global* global = Global::sharedGlobal();
-    global->ProjectOpenCode(global->ProjectPath + QLatin1Char('/') + result.file);
-    if (global->mycode)
-        global->mycode->gotoline(result.line + 1);
+    Global::sharedGlobal()->openAtLine(files.rows()[row].file, files.rows()[row].line);
 }

@@ -1,7 +1,17 @@
 // Global's search commands: the project search panel and the toolbar's search field.
+#include "editor/code.h"
 #include "frame/global.h"
 #include "frame/mainwindow.h"
+#include "search/finddefinition.h"
 #include "search/findreplacefile.h"
+
+namespace {
+void showPanel(QWidget* window) {
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+} // namespace
 
 findreplacefile* Global::ibfindreplacefile() {
     if (!projectSearch_)
@@ -17,12 +27,7 @@ void Global::global_findreplacefile() {
         FindReplaceFileShow();
 }
 
-void Global::FindReplaceFileShow() {
-    QWidget* window = ibfindreplacefile()->window;
-    window->show();
-    window->raise();
-    window->activateWindow();
-}
+void Global::FindReplaceFileShow() { showPanel(ibfindreplacefile()->window); }
 
 void Global::boxedSearchFile(const Value&) {
     KLVR_TRACE("boxedSearchFile");
@@ -34,3 +39,25 @@ void Global::boxedSearchFile(const Value&) {
     FindReplaceFileShow();
     panel->perform_pbFindAll();
 }
+
+void Global::openAtLine(const QString& name, qint64 line) {
+    ProjectOpenCode(ProjectPath + QLatin1Char('/') + name);
+    if (mycode)
+        mycode->gotoline(line + 1);
+}
+
+finddefinition* Global::ibfinddefinition() {
+    if (!findDefinition_)
+        findDefinition_ = new finddefinition(this);
+    return findDefinition_;
+}
+
+void Global::FindDefinition(const Value&) { global_finddefinition(); }
+
+void Global::global_finddefinition() {
+    KLVR_TRACE("global_finddefinition");
+    if (ProjectIsLoaded())
+        showPanel(ibfinddefinition()->window);
+}
+
+void Global::Definition(const Value&) { KLVR_MSGBOX(QString(), QStringLiteral("Not implemented yet")); }
