@@ -4,9 +4,12 @@
 
 #include <QFileInfo>
 
+#include <atomic>
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -32,6 +35,29 @@ bool writeAll(const QByteArray& bytes) {
         done += n;
     }
     return true;
+}
+
+// FILE:LINE:COLUMN:TEXT lines of one file's matches.
+QByteArray formatted(const project_search::FileMatches& file) {
+    QByteArray out;
+    if (file.matches.isEmpty())
+        return out;
+    const QByteArray prefix = file.name.toUtf8() + ':';
+    QByteArray lineBytes;
+    const QString* lastLine = nullptr;
+    char number[48];
+    for (const project_search::Match& match : file.matches) {
+        if (!lastLine || !lastLine->isSharedWith(match.lineText)) { // matches on one line share its text
+            lineBytes = match.lineText.toUtf8();
+            lastLine = &match.lineText;
+        }
+        char* end = std::to_chars(number, number + 20, match.line).ptr;
+        *end++ = ':';
+        end = std::to_chars(end, end + 20, match.column + 1).ptr;
+        *end++ = ':';
+        out.append(prefix).append(number, end - number).append(lineBytes).append('\n');
+    }
+    return out;
 }
 
 } // namespace
@@ -60,39 +86,26 @@ int runFindCommand(const QStringList& args) {
     if (!QFileInfo(folder).isDir())
         return usage(QStringLiteral("not a folder: ") + folder);
 
-    const QList<project_search::FileMatches> files =
-        project_search::search(folder, project_search::sourceFilesOf(folder), needle, options);
-    QByteArray out;
+    const QStringList sourceFiles = project_search::sourceFilesOf(folder);
+    // Each file's lines are written out on the thread that searched it; the output
+    // then goes out in the files' order.
+    std::vector<QByteArray> outputs(size_t(sourceFiles.size()));
+    std::atomic<qsizetype> found{0};
+    const QList<project_search::FileMatches> files = project_search::search(
+        folder, sourceFiles, needle, options, [&](qsizetype i, project_search::FileMatches& file) {
+            found += file.matches.size();
+            outputs[size_t(i)] = formatted(file);
+            file.matches.clear();
+        });
     bool written = true;
-    qsizetype found = 0;
-    for (const project_search::FileMatches& file : files) {
-        if (file.state == project_search::FileState::Unreadable)
-            printError(QStringLiteral("cannot read ") + file.name);
-        else if (file.state == project_search::FileState::Binary)
-            printError(QStringLiteral("binary file not searched: ") + file.name);
-        const QByteArray prefix = file.name.toUtf8() + ':';
-        QByteArray lineBytes;
-        const QString* lastLine = nullptr;
-        for (const project_search::Match& match : file.matches) {
-            if (!lastLine || !lastLine->isSharedWith(match.lineText)) { // matches on one line share its text
-                lineBytes = match.lineText.toUtf8();
-                lastLine = &match.lineText;
-            }
-            out += prefix;
-            out += QByteArray::number(match.line);
-            out += ':';
-            out += QByteArray::number(match.column + 1);
-            out += ':';
-            out += lineBytes;
-            out += '\n';
-            if (out.size() > (1 << 20)) {
-                written = written && writeAll(out);
-                out.clear();
-            }
-        }
-        found += file.matches.size();
+    for (size_t i = 0; i < outputs.size(); ++i) {
+        if (files[qsizetype(i)].state == project_search::FileState::Unreadable)
+            printError(QStringLiteral("cannot read ") + files[qsizetype(i)].name);
+        else if (files[qsizetype(i)].state == project_search::FileState::Binary)
+            printError(QStringLiteral("binary file not searched: ") + files[qsizetype(i)].name);
+        written = written && writeAll(outputs[i]);
+        outputs[i] = QByteArray();
     }
-    written = written && writeAll(out);
     if (!written) {
         printError(QStringLiteral("cannot write the output"));
         return 2;

@@ -63,6 +63,18 @@ bool isCommentLine(auto line) {
     return i < line.size() && line[i] == '\'';
 }
 
+// The first line break in text[from, to), or `to`.
+template <class View> size_t nextBreak(View text, size_t from, size_t to) {
+    if constexpr (sizeof(typename View::value_type) == 1) {
+        const void* at = from < to ? std::memchr(text.data() + from, '\n', to - from) : nullptr;
+        return at ? size_t(static_cast<const char*>(at) - text.data()) : to;
+    } else {
+        while (from < to && text[from] != u'\n')
+            ++from;
+        return from;
+    }
+}
+
 // Walks the occurrences that `next(from)` finds in `text` (a byte or UTF-16 view) and
 // records their lines; `lineOf(start, end)` makes the text of a line.
 template <class View, class Next, class LineOf>
@@ -77,11 +89,17 @@ void collect(View text, Next next, Options options, LineOf lineOf, QList<Match>&
     qint64 column = 0;
     for (size_t at = next(0); at != npos; at = next(at + 1)) {
         if (lineEnd == npos || at > lineEnd) { // a new line
-            for (size_t i = counted; i < at; ++i)
-                line += text[i] == '\n';
+            // The line breaks from the end of the previous occurrence's line on.
+            if (lineEnd != npos) {
+                ++line;
+                lineStart = lineEnd + 1;
+                counted = lineStart;
+            }
+            for (size_t i = nextBreak(text, counted, at); i < at; i = nextBreak(text, i + 1, at)) {
+                ++line;
+                lineStart = i + 1;
+            }
             counted = at;
-            const size_t before = at == 0 ? npos : text.rfind('\n', at - 1);
-            lineStart = before == npos ? 0 : before + 1;
             lineEnd = text.find('\n', at);
             size_t shown = lineEnd == npos ? text.size() : lineEnd;
             if (shown > lineStart && text[shown - 1] == '\r')
@@ -198,7 +216,7 @@ FileMatches searchBytes(const QByteArray& fileBytes, const QString& needle, Opti
 }
 
 QList<FileMatches> search(const QString& folder, const QStringList& names, const QString& needle,
-                          Options options) {
+                          Options options, const FileDone& done) {
     QList<FileMatches> files(names.size());
     FileMatches* out = files.data(); // each thread writes only its own files' entries
     forEachOnEveryCore(names.size(), [&](qsizetype i) {
@@ -208,6 +226,8 @@ QList<FileMatches> search(const QString& folder, const QStringList& names, const
         else
             out[i].state = FileState::Unreadable;
         out[i].name = names[i];
+        if (done)
+            done(i, out[i]);
     });
     return files;
 }

@@ -22,6 +22,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace project_search {
@@ -57,9 +58,12 @@ QStringList sourceFilesOf(const QString& folder);
 // Every occurrence of `needle` in the text of one file's bytes (as read from disk).
 FileMatches searchBytes(const QByteArray& fileBytes, const QString& needle, Options options);
 
-// Every occurrence in the files `names` of `folder`, in the order of `names`.
+// Every occurrence in the files `names` of `folder`, in the order of `names`. `done`,
+// when given, is called with each file's index and matches on the thread that searched
+// it, right after, and may take the matches away.
+using FileDone = std::function<void(qsizetype index, FileMatches& file)>;
 QList<FileMatches> search(const QString& folder, const QStringList& names, const QString& needle,
-                          Options options);
+                          Options options, const FileDone& done = {});
 
 // A file's bytes with every occurrence of `needle` replaced (left to right, each
 // replacement's text never searched again), written in the file's own encoding and byte
