@@ -39,13 +39,18 @@ finddefinition::~finddefinition() {
 }
 
 QString finddefinition::matchText(const DeclarationEntry& e) {
-    const QString head = e.visibility + QLatin1Char(' ') + e.kind + QLatin1Char(' ') + e.name;
     const QString& k = e.kind;
-    if (k == QLatin1String("Dim") || k == QLatin1String("Const") || k == QLatin1String("IBOutlet"))
-        return head + QStringLiteral(" As ") + e.type;
-    if (k == QLatin1String("Function") || k == QLatin1String("Delegate"))
-        return head + QLatin1Char(' ') + e.parameters + QStringLiteral(" As ") + e.type;
-    return head + QLatin1Char(' ') + e.parameters;
+    const bool typed = k == QLatin1String("Dim") || k == QLatin1String("Const") || k == QLatin1String("IBOutlet");
+    const bool both = k == QLatin1String("Function") || k == QLatin1String("Delegate");
+    // One allocation per row: a search may list tens of thousands.
+    QString text;
+    text.reserve(e.visibility.size() + k.size() + e.name.size() + e.parameters.size() + e.type.size() + 8);
+    text.append(e.visibility).append(QLatin1Char(' ')).append(k).append(QLatin1Char(' ')).append(e.name);
+    if (!typed)
+        text.append(QLatin1Char(' ')).append(e.parameters);
+    if (typed || both)
+        text.append(QLatin1String(" As ")).append(e.type);
+    return text;
 }
 
 void finddefinition::pbFindAll(const Value&) {
@@ -66,6 +71,7 @@ void finddefinition::search() {
         if (!box->isChecked())
             excluded << box->objectName().mid(2);
     QList<ResultRow> rows;
+    rows.reserve(files.rows().size());
     parser* p = parser::sharedparser();
     for (const QString& name : global->projectFiles) {
         if (cbCurrentFileOnly->isChecked() && name != current)
