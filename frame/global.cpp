@@ -81,6 +81,7 @@ void Global::createMainInterface() {
     mycode = code::sharedcode();
     mycode->awakeFromNib();
     mycodeview = mycode->codeView();
+    installSearchControls();
     connect(pubProject, &QComboBox::activated, this, [this](int index) {
         pubProjectChosen(pubProject->itemText(index));
     });

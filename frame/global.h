@@ -17,7 +17,9 @@
 
 class code;
 class finddefinition;
+class findreplace;
 class findreplacefile;
+class QLineEdit;
 class KLTextView;
 class QFileSystemWatcher;
 class RecoveryJournal;
@@ -207,6 +209,23 @@ public:
     Q_INVOKABLE void global_back();
 
     // ==== Search and navigation (search/) ====
+    // The search field of the main window (beside the line field) and its label, which
+    // shows "Search" when there is nothing to report.
+    QPointer<QLineEdit> boxedSearch;
+    QPointer<QLabel> boxedSearchInfo;
+    // Makes the search field and the search shortcuts (Ctrl+F, F3, Shift+F3, Ctrl+H).
+    void installSearchControls();
+    // The find-and-replace panel's controller, made on first use; a child of Global.
+    findreplace* ibfindreplace();
+    Q_INVOKABLE void FindReplace(const Value& sender = Value());
+    Q_INVOKABLE void global_findreplace();
+    Q_INVOKABLE void FindNext(const Value& sender = Value());
+    Q_INVOKABLE void global_findnext();
+    Q_INVOKABLE void boxedSearchPerform(const Value& sender = Value());
+    Q_INVOKABLE void boxedSearchNext(const Value& sender = Value());
+    Q_INVOKABLE void boxedSearchPrevious(const Value& sender = Value());
+    // Copies the field into the panel; finds (bFind) or only re-counts.
+    void Perform_boxedSearchPerform(const Value& sender, bool bFind);
     // The project search panel's controller, made on first use; a child of Global.
     findreplacefile* ibfindreplacefile();
     // Shows the project search panel when a project is loaded.
@@ -257,6 +276,7 @@ private:
     RecoveryJournal* journal_ = nullptr;
     findreplacefile* projectSearch_ = nullptr; // search/search_actions.cpp
     finddefinition* findDefinition_ = nullptr;
+    findreplace* findReplace_ = nullptr;
 };
 
 KLVR_DEFINE_CLASS_HELPERS(Global, GLOBAL)

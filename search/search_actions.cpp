@@ -3,6 +3,7 @@
 #include "frame/global.h"
 #include "frame/mainwindow.h"
 #include "search/finddefinition.h"
+#include "search/findreplace.h"
 #include "search/findreplacefile.h"
 
 namespace {
@@ -12,6 +13,8 @@ void showPanel(QWidget* window) {
     window->activateWindow();
 }
 } // namespace
+
+#include <QShortcut>
 
 findreplacefile* Global::ibfindreplacefile() {
     if (!projectSearch_)
@@ -61,3 +64,68 @@ void Global::global_finddefinition() {
 }
 
 void Global::Definition(const Value&) { KLVR_MSGBOX(QString(), QStringLiteral("Not implemented yet")); }
+
+void Global::installSearchControls() {
+    boxedSearchInfo = new QLabel(QStringLiteral("Search"));
+    boxedSearchInfo->setObjectName(QStringLiteral("boxedSearchInfo"));
+    boxedSearch = new QLineEdit();
+    boxedSearch->setObjectName(QStringLiteral("boxedSearch"));
+    boxedSearch->setPlaceholderText(QStringLiteral("Find in file"));
+    boxedSearch->setClearButtonEnabled(true);
+    boxedSearch->setMaximumWidth(200);
+    mycode->insertBesideLine(boxedSearchInfo);
+    mycode->insertBesideLine(boxedSearch);
+    connect(boxedSearch, &QLineEdit::returnPressed, this, [this] { boxedSearchPerform(); });
+    // Until a menu bar holds these commands, the code pane answers their keys.
+    const std::pair<QKeySequence, void (Global::*)(const Value&)> keys[] = {
+        {QKeySequence(QStringLiteral("Ctrl+F")), &Global::FindReplace},
+        {QKeySequence(QStringLiteral("Ctrl+H")), &Global::FindReplace},
+        {QKeySequence(QStringLiteral("F3")), &Global::FindNext},
+        {QKeySequence(QStringLiteral("Shift+F3")), &Global::boxedSearchPrevious}};
+    for (const auto& [key, command] : keys) {
+        auto* shortcut = new QShortcut(key, mycode);
+        connect(shortcut, &QShortcut::activated, this, [this, command] { (this->*command)(Value()); });
+    }
+}
+
+findreplace* Global::ibfindreplace() {
+    if (!findReplace_)
+        findReplace_ = new findreplace(this);
+    return findReplace_;
+}
+
+void Global::FindReplace(const Value&) { global_findreplace(); }
+
+void Global::global_findreplace() {
+    KLVR_TRACE("global_findreplace");
+    if (ProjectIsLoaded())
+        showPanel(ibfindreplace()->window);
+}
+
+void Global::FindNext(const Value&) { global_findnext(); }
+
+void Global::global_findnext() {
+    KLVR_TRACE("global_findnext");
+    if (ProjectIsLoaded())
+        ibfindreplace()->FindNext();
+}
+
+void Global::boxedSearchPerform(const Value& sender) { Perform_boxedSearchPerform(sender, true); }
+
+void Global::boxedSearchNext(const Value&) { ibfindreplace()->do_pbNext(boxedSearch, true); }
+
+void Global::boxedSearchPrevious(const Value&) { ibfindreplace()->do_pbPrevious(boxedSearch); }
+
+void Global::Perform_boxedSearchPerform(const Value&, bool bFind) {
+    KLVR_TRACE("Perform_boxedSearchPerform");
+    if (!ProjectIsLoaded() || !boxedSearch)
+        return;
+    const QString text = boxedSearch->text();
+    if (text.isEmpty() && !findReplace_)
+        return; // a panel not made yet has nothing to clear
+    findreplace* panel = ibfindreplace();
+    panel->cbFind->setCurrentText(text);
+    panel->cbReplace->setCurrentText(QString());
+    if (!text.isEmpty())
+        panel->do_pbNext(boxedSearch, bFind);
+}
