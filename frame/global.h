@@ -209,6 +209,13 @@ public:
     Q_INVOKABLE void global_back();
 
     // ==== Search and navigation (search/) ====
+    // The go-to-line dialog (made on first use) and its number field.
+    QPointer<QWidget> GoToLineWindow;
+    QPointer<QLineEdit> GoToLineNumber;
+    Q_INVOKABLE void LastPosition(const Value& sender = Value());
+    Q_INVOKABLE void GoToLine(const Value& sender = Value());
+    Q_INVOKABLE void GoToLineOK(const Value& sender = Value());
+    Q_INVOKABLE void GoToLineCancel(const Value& sender = Value());
     // The search field of the main window (beside the line field) and its label, which
     // shows "Search" when there is nothing to report.
     QPointer<QLineEdit> boxedSearch;

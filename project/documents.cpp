@@ -117,6 +117,8 @@ QString Global::ProjectCurrentLine() const {
 }
 
 void Global::ProjectCurrentCodeGotoLine(qint64 line) {
+    if (!ProjectIsLoaded())
+        return;
     if (KLTextView* view = mytextview())
         KLVR_KLTEXTVIEW_GOTOLINE(view, line);
 }
