@@ -1,5 +1,6 @@
 // The find-definition panel through the real IDE and the parser's lists.
 #include "search/finddefinition.h"
+#include "result_rows.h"
 #include "support/ide_fixture.h"
 
 namespace {
@@ -16,16 +17,6 @@ struct DefinitionCase {
     bool ignoreCase;
     QStringList rows; // File|Line|Match
 };
-
-QStringList shownRows(const finddefinition& panel) {
-    QStringList rows;
-    const QAbstractItemModel* model = panel.tableview->model();
-    for (int r = 0; r < model->rowCount(); ++r)
-        rows << QStringLiteral("%1|%2|%3")
-                    .arg(model->index(r, 1).data().toString(), model->index(r, 2).data().toString(),
-                         model->index(r, 0).data().toString());
-    return rows;
-}
 
 class FindDefinitionPanel : public IdeFixture, public ::testing::WithParamInterface<DefinitionCase> {
 protected:
@@ -46,7 +37,7 @@ TEST_P(FindDefinitionPanel, ListsTheDeclarationsTheBoxesLetThrough) {
     panel.cbIgnoreCase->setChecked(c.ignoreCase);
     panel.cbFind->setEditText(c.text);
     panel.pbFindAll();
-    EXPECT_EQ(shownRows(panel).join('\n').toStdString(), c.rows.join('\n').toStdString());
+    EXPECT_EQ(shownRows(panel.tableview).join('\n').toStdString(), c.rows.join('\n').toStdString());
     EXPECT_EQ(panel.lInfo->text(), c.rows.isEmpty() ? "Not found" : QString::number(c.rows.size()) + " found");
 }
 

@@ -2,6 +2,7 @@
 // double click and the toolbar field.
 #include "editor/document_file.h"
 #include "search/findreplacefile.h"
+#include "result_rows.h"
 #include "support/ide_fixture.h"
 
 #include <QFile>
@@ -12,16 +13,6 @@ namespace {
 QByteArray fileBytes(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QStringList shownRows(const findreplacefile& panel) {
-    QStringList rows;
-    const QAbstractItemModel* model = panel.tableview->model();
-    for (int r = 0; r < model->rowCount(); ++r)
-        rows << QStringLiteral("%1|%2|%3")
-                    .arg(model->index(r, 1).data().toString(), model->index(r, 2).data().toString(),
-                         model->index(r, 0).data().toString());
-    return rows;
 }
 
 class ProjectSearchPanel : public IdeFixture {
@@ -59,7 +50,7 @@ TEST_P(ProjectSearchFind, ListsTheRowsAndTheCount) {
                  {"b.NSObject.klvr", "\nDim b\nEnd"}});
     const FindCase& c = GetParam();
     findreplacefile& panel = find(c.text, c.ignoreCase, c.skipComments);
-    EXPECT_EQ(shownRows(panel), c.rows);
+    EXPECT_EQ(shownRows(panel.tableview), c.rows);
     EXPECT_EQ(panel.lInfo->text(), c.info);
 }
 
@@ -85,7 +76,7 @@ TEST_F(ProjectSearchPanel, CurrentFileOnlyAndTheHistory) {
     global->ProjectOpenCode("b.NSObject.klvr");
     panel.cbCurrentFileOnly->setChecked(true);
     find("Dim");
-    EXPECT_EQ(shownRows(panel), QStringList{"b.NSObject.klvr|2|Dim b"});
+    EXPECT_EQ(shownRows(panel.tableview), QStringList{"b.NSObject.klvr|2|Dim b"});
     find("Dim");
     find("g");
     EXPECT_EQ(panel.cbFind->count(), 2); // "Dim" once while it was the first entry, then "g"
@@ -105,7 +96,7 @@ TEST_F(ProjectSearchPanel, ReplaceAllWritesChangedFilesKeepingTheirFormAndReopen
     panel.cbReplace->setCurrentText("foofoo"); // holds the find text: replaced once, no more
     panel.pbReplaceAll();
     EXPECT_EQ(panel.lInfo->text(), "4 replaced");
-    EXPECT_EQ(shownRows(panel), (QStringList{"Global.NSObject.klvr|2|foo = 1", "b.NSObject.klvr|1|a foo foo",
+    EXPECT_EQ(shownRows(panel.tableview), (QStringList{"Global.NSObject.klvr|2|foo = 1", "b.NSObject.klvr|1|a foo foo",
                                              "b.NSObject.klvr|1|a foo foo", "c.NSObject.klvr|2|foo caf\u00e9"}));
     EXPECT_EQ(fileBytes(project + "/Global.NSObject.klvr"), "\nfoofoo = 1\n");
     EXPECT_EQ(fileBytes(project + "/b.NSObject.klvr"), "\xef\xbb\xbf" "a foofoo foofoo\n");
@@ -125,7 +116,7 @@ TEST_F(ProjectSearchPanel, UnsavedTypingIsSavedBeforeTheSearchReadsTheDisk) {
     findreplacefile& panel = openProject({{"Global.NSObject.klvr", "\nDim g\n"}});
     global->mytextview()->insertAt("Dim typed\n", 0, 0);
     find("typed");
-    EXPECT_EQ(shownRows(panel), QStringList{"Global.NSObject.klvr|1|Dim typed"});
+    EXPECT_EQ(shownRows(panel.tableview), QStringList{"Global.NSObject.klvr|1|Dim typed"});
 }
 
 TEST_F(ProjectSearchPanel, DoubleClickOpensTheFileAtTheLineAndTheToolbarFieldSearches) {
@@ -138,7 +129,7 @@ TEST_F(ProjectSearchPanel, DoubleClickOpensTheFileAtTheLineAndTheToolbarFieldSea
     global->mymainwindow->boxedSearchFilePerform();
     EXPECT_TRUE(panel.window->isVisible());
     EXPECT_EQ(panel.cbReplace->currentText(), "");
-    ASSERT_EQ(shownRows(panel), QStringList{"b.NSObject.klvr|12|  target here"});
+    ASSERT_EQ(shownRows(panel.tableview), QStringList{"b.NSObject.klvr|12|  target here"});
     panel.DoubleAction(1); // outside the rows
     EXPECT_EQ(global->ProjectCurrentFilename(), project + "/Global.NSObject.klvr");
     panel.DoubleAction(0);
