@@ -5,6 +5,11 @@
 #include "insight/source_text.h"
 
 #include <QDir>
+#include <QFile>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstring>
@@ -167,6 +172,41 @@ void searchUtf8(std::string_view text, const QString& needle, Options options, Q
     searchDecoded({reinterpret_cast<const char16_t*>(decoded.utf16()), size_t(decoded.size())}, needle, options, out);
 }
 
+// Reads the file `name` of the open folder `folderFd` into `bytes`, whose allocation is
+// reused; false when it cannot be read (missing, a folder, no permission).
+bool readFileAt(int folderFd, const QByteArray& name, QByteArray& bytes) {
+    const int fd = ::openat(folderFd, name.constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return false;
+    if (bytes.size() < 65536)
+        bytes.resize(65536);
+    qsizetype used = 0;
+    bool ok = true;
+    for (;;) {
+        if (used == bytes.size())
+            bytes.resize(2 * bytes.size());
+        const ssize_t n = ::read(fd, bytes.data() + used, size_t(bytes.size() - used));
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0) {
+            ok = n == 0;
+            break;
+        }
+        used += n;
+    }
+    ::close(fd);
+    // The allocation stays; only the length shrinks to what was read.
+    bytes.truncate(used);
+    return ok;
+}
+
+bool isAsciiText(const QString& text) {
+    for (const QChar c : text)
+        if (c.unicode() >= 0x80)
+            return false;
+    return true;
+}
+
 } // namespace
 
 QString problemWith(const QString& needle) {
@@ -202,6 +242,13 @@ FileMatches searchBytes(const QByteArray& fileBytes, const QString& needle, Opti
     if (!problemWith(needle).isEmpty())
         return result;
     const std::string_view raw(fileBytes.constData(), size_t(fileBytes.size()));
+    // An ASCII text has the same bytes in both encodings: a file without them holds no
+    // occurrence, and most files are passed over after this one look.
+    if (!options.ignoreCase && isAsciiText(needle)) {
+        const QByteArray n = needle.toLatin1();
+        if (!memmem(raw.data(), raw.size(), n.constData(), size_t(n.size())))
+            return result;
+    }
     if (raw.find('\0') != std::string_view::npos) {
         result.state = FileState::Binary;
         return result;
@@ -219,9 +266,12 @@ QList<FileMatches> search(const QString& folder, const QStringList& names, const
                           Options options, const FileDone& done) {
     QList<FileMatches> files(names.size());
     FileMatches* out = files.data(); // each thread writes only its own files' entries
+    // The files are opened relative to the folder, so that the folder's path is not
+    // walked again for each of them.
+    const int folderFd = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     forEachOnEveryCore(names.size(), [&](qsizetype i) {
         thread_local QByteArray bytes;
-        if (readSourceBytesInto(folder + QLatin1Char('/') + names[i], bytes))
+        if (folderFd >= 0 && readFileAt(folderFd, QFile::encodeName(names[i]), bytes))
             out[i] = searchBytes(bytes, needle, options);
         else
             out[i].state = FileState::Unreadable;
@@ -229,6 +279,8 @@ QList<FileMatches> search(const QString& folder, const QStringList& names, const
         if (done)
             done(i, out[i]);
     });
+    if (folderFd >= 0)
+        ::close(folderFd);
     return files;
 }
 

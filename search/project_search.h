@@ -10,7 +10,8 @@
 // text leaves out its "\n" and a "\r" before it. Letter case is compared as
 // QString::indexOf does (case folding per character). A comment line is one whose text,
 // without leading blanks and tabs, starts with "'". A file holding a zero byte is a
-// binary file and is not searched.
+// binary file: its occurrences are not listed, and it is named as binary when the text
+// may occur in it.
 //
 // Speed. Files are read on every core; the text is searched as bytes and only the lines
 // that hold an occurrence are decoded. Only a search ignoring case for a text beyond
