@@ -3,11 +3,13 @@
 #include "search/project_search.h"
 
 #include <QFileInfo>
+#include <QStringEncoder>
 
 #include <atomic>
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
+#include <cstring>
 #include <unistd.h>
 #include <vector>
 
@@ -37,25 +39,26 @@ bool writeAll(const QByteArray& bytes) {
     return true;
 }
 
-// FILE:LINE:COLUMN:TEXT lines of one file's matches.
+// FILE:LINE:COLUMN:TEXT lines of one file's matches, encoded straight into the output.
 QByteArray formatted(const project_search::FileMatches& file) {
     QByteArray out;
     if (file.matches.isEmpty())
         return out;
     const QByteArray prefix = file.name.toUtf8() + ':';
-    QByteArray lineBytes;
-    const QString* lastLine = nullptr;
-    char number[48];
+    QStringEncoder utf8(QStringEncoder::Utf8);
     for (const project_search::Match& match : file.matches) {
-        if (!lastLine || !lastLine->isSharedWith(match.lineText)) { // matches on one line share its text
-            lineBytes = match.lineText.toUtf8();
-            lastLine = &match.lineText;
-        }
-        char* end = std::to_chars(number, number + 20, match.line).ptr;
-        *end++ = ':';
-        end = std::to_chars(end, end + 20, match.column + 1).ptr;
-        *end++ = ':';
-        out.append(prefix).append(number, end - number).append(lineBytes).append('\n');
+        const qsizetype start = out.size();
+        out.resize(start + prefix.size() + 44 + 3 * match.lineText.size()); // UTF-8 takes at most 3 bytes a unit
+        char* at = out.data() + start;
+        std::memcpy(at, prefix.constData(), size_t(prefix.size()));
+        at += prefix.size();
+        at = std::to_chars(at, at + 20, match.line).ptr;
+        *at++ = ':';
+        at = std::to_chars(at, at + 20, match.column + 1).ptr;
+        *at++ = ':';
+        at = utf8.appendToBuffer(at, match.lineText);
+        *at++ = '\n';
+        out.truncate(at - out.constData());
     }
     return out;
 }

@@ -50,6 +50,43 @@ size_t findAsciiIgnoringCase(std::string_view hay, std::string_view needle, size
     return std::string_view::npos;
 }
 
+// How common a byte is in source text (higher: more common): blanks and lower-case
+// letters by their frequency in English; upper-case letters, digits and punctuation
+// are rare.
+int commonness(unsigned char c) {
+    static constexpr std::string_view byFrequency = "zqxjkvbpygfwmucldrhsnioate ";
+    const size_t at = byFrequency.find(char(c));
+    return at == std::string_view::npos ? 0 : int(at) + 1;
+}
+
+// Finds a needle by looking for its rarest byte with memchr, then comparing the rest.
+class LiteralFinder {
+public:
+    explicit LiteralFinder(std::string_view needle) : needle_(needle) {
+        for (size_t i = 1; i < needle.size(); ++i)
+            if (commonness((unsigned char)needle[i]) < commonness((unsigned char)needle[rare_]))
+                rare_ = i;
+    }
+    // The first occurrence at or after `from`, or npos.
+    size_t find(std::string_view hay, size_t from) const {
+        const size_t m = needle_.size();
+        while (from + m <= hay.size()) {
+            const void* hit = std::memchr(hay.data() + from + rare_, needle_[rare_], hay.size() - m + 1 - from);
+            if (!hit)
+                return std::string_view::npos;
+            const size_t start = size_t(static_cast<const char*>(hit) - hay.data()) - rare_;
+            if (std::memcmp(hay.data() + start, needle_.data(), m) == 0)
+                return start;
+            from = start + 1;
+        }
+        return std::string_view::npos;
+    }
+
+private:
+    std::string_view needle_;
+    size_t rare_ = 0;
+};
+
 // UTF-16 units of valid UTF-8 bytes: one per character, two for those beyond the basic plane.
 qint64 utf16Length(std::string_view bytes) {
     qint64 units = 0;
@@ -152,12 +189,8 @@ void searchUtf8(std::string_view text, const QString& needle, Options options, Q
     // come back from UTF-8 unchanged holds a lone surrogate and is searched decoded), and
     // when it does not for an ASCII needle in a text without letters folding to ASCII.
     if (!options.ignoreCase && QString::fromUtf8(needleBytes) == needle) {
-        auto next = [&](size_t from) {
-            if (from > text.size())
-                return std::string_view::npos;
-            const void* at = memmem(text.data() + from, text.size() - from, n.data(), n.size());
-            return at ? size_t(static_cast<const char*>(at) - text.data()) : std::string_view::npos;
-        };
+        const LiteralFinder finder(n);
+        auto next = [&](size_t from) { return finder.find(text, from); };
         collect(text, next, options, lineOf, out);
         return;
     }
@@ -246,7 +279,8 @@ FileMatches searchBytes(const QByteArray& fileBytes, const QString& needle, Opti
     // occurrence, and most files are passed over after this one look.
     if (!options.ignoreCase && isAsciiText(needle)) {
         const QByteArray n = needle.toLatin1();
-        if (!memmem(raw.data(), raw.size(), n.constData(), size_t(n.size())))
+        const std::string_view view(n.constData(), size_t(n.size()));
+        if (LiteralFinder(view).find(raw, 0) == std::string_view::npos)
             return result;
     }
     if (raw.find('\0') != std::string_view::npos) {
