@@ -105,7 +105,7 @@ int runFindCommand(const QStringList& args) {
         if (files[qsizetype(i)].state == project_search::FileState::Unreadable)
             printError(QStringLiteral("cannot read ") + files[qsizetype(i)].name);
         else if (files[qsizetype(i)].state == project_search::FileState::Binary)
-            printError(QStringLiteral("binary file not searched: ") + files[qsizetype(i)].name);
+            printError(QStringLiteral("binary file, not listed: ") + files[qsizetype(i)].name);
         written = written && writeAll(outputs[i]);
         outputs[i] = QByteArray();
     }

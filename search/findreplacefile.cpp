@@ -26,7 +26,7 @@ QString notesOn(const QStringList& binary, const QStringList& unreadable, const 
         if (!names.isEmpty())
             notes += QStringLiteral("; ") + QLatin1String(what) + names.join(QStringLiteral(", "));
     };
-    add("binary, not searched: ", binary);
+    add("binary, not listed: ", binary);
     add("cannot be read: ", unreadable);
     add("not replaced: ", notWritten);
     return notes;

@@ -112,11 +112,13 @@ TEST_F(ProjectSearchPanel, ReplaceAllWritesChangedFilesKeepingTheirFormAndReopen
     EXPECT_EQ(fileBytes(project + "/c.NSObject.klvr"), "\r\nfoofoo caf\xe9\r\n");
 }
 
-TEST_F(ProjectSearchPanel, UnsavedTypingIsSavedBeforeTheSearchReadsTheDisk) {
-    findreplacefile& panel = openProject({{"Global.NSObject.klvr", "\nDim g\n"}});
+TEST_F(ProjectSearchPanel, UnsavedTypingIsSavedBeforeTheSearchReadsTheDiskAndBinaryFilesAreNamed) {
+    findreplacefile& panel =
+        openProject({{"Global.NSObject.klvr", "\nDim g\n"}, {"bin.NSObject.klvr", QByteArray("typed\0", 6)}});
     global->mytextview()->insertAt("Dim typed\n", 0, 0);
     find("typed");
     EXPECT_EQ(shownRows(panel.tableview), QStringList{"Global.NSObject.klvr|1|Dim typed"});
+    EXPECT_EQ(panel.lInfo->text(), "1 found; binary, not listed: bin.NSObject.klvr");
 }
 
 TEST_F(ProjectSearchPanel, DoubleClickOpensTheFileAtTheLineAndTheToolbarFieldSearches) {
