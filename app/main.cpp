@@ -1,7 +1,8 @@
-// The thin executable. The scanner's commands (--scan, --tags) run here with Qt Core
-// alone; everything else is handed to the IDE library beside the executable, which
+// The thin executable. The scanner's commands (--scan, --tags) and the project search
+// (--find) run here with Qt Core alone; everything else is handed to the IDE library beside the executable, which
 // brings in the window system, the editor component and the rest.
 #include "insight/scan_command.h"
+#include "search/find_command.h"
 
 #include <QStringList>
 
@@ -53,6 +54,12 @@ int main(int argc, char** argv) {
         for (int i = 0; i < argc; ++i)
             args << QString::fromLocal8Bit(argv[i]);
         return runScannerCommand(args);
+    }
+    if (argc >= 2 && std::strcmp(argv[1], "--find") == 0) {
+        QStringList args;
+        for (int i = 0; i < argc; ++i)
+            args << QString::fromLocal8Bit(argv[i]);
+        return runFindCommand(args);
     }
     return runIde(argc, argv);
 }

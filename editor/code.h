@@ -67,6 +67,8 @@ public:
     void tUpdateTimer99();
     Q_INVOKABLE void thUpdateCodeInsightBody();
     Q_INVOKABLE void reloadMatrix();
+    // Places a widget in the status row, just before the line field.
+    void insertBesideLine(QWidget* widget);
     // Moves the cursor to line n - 1 (callers pass the wanted 1-based line plus one).
     void gotoline(qint64 n);
     void navigatorChosen(QComboBox* navigator, int index);
@@ -89,6 +91,7 @@ private:
     QList<QComboBox*> navigators() const;
     QWidget* container_ = nullptr;
     QStackedLayout* stack_ = nullptr;
+    class QHBoxLayout* statusRow_ = nullptr;
     // The file the re-scan thread scans and the save it waits for; both are set on the
     // main thread before the thread starts.
     QMutex scanMutex_; // guards scanPath_ and pendingSave_

@@ -64,7 +64,7 @@ void code::buildInterface() {
     tabView->tabBar()->hide(); // one tab until more tabs exist
     layout->addWidget(tabView, 1);
 
-    auto* statusRow = new QHBoxLayout();
+    auto* statusRow = statusRow_ = new QHBoxLayout();
     statusRow->setContentsMargins(6, 0, 6, 2);
     statusbar = new QLabel(this);
     statusbar->setObjectName(QStringLiteral("statusbar"));
@@ -94,6 +94,8 @@ void code::buildInterface() {
     statusRow->addWidget(line);
     layout->addLayout(statusRow);
 }
+
+void code::insertBesideLine(QWidget* widget) { statusRow_->insertWidget(statusRow_->indexOf(line), widget); }
 
 QList<QComboBox*> code::navigators() const {
     return {alllist, sublist, functionlist, actionlist, eventlist, Dimlist, constlist, propertylist, iboutletlist,

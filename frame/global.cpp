@@ -84,6 +84,7 @@ void Global::createMainInterface() {
     mycode->awakeFromNib();
     mycodeview = mycode->codeView();
     createBuildAndRunInterface();
+    installSearchControls();
     connect(pubProject, &QComboBox::activated, this, [this](int index) {
         pubProjectChosen(pubProject->itemText(index));
     });

@@ -19,6 +19,10 @@
 
 class BuildOutput;
 class code;
+class finddefinition;
+class findreplace;
+class findreplacefile;
+class QLineEdit;
 class KLTextView;
 class QFileSystemWatcher;
 class RecoveryJournal;
@@ -290,6 +294,50 @@ public:
     Q_INVOKABLE void dotLastPosition();
     Q_INVOKABLE void global_back();
 
+    // ==== Search and navigation (search/) ====
+    // The go-to-line dialog (made on first use) and its number field.
+    QPointer<QWidget> GoToLineWindow;
+    QPointer<QLineEdit> GoToLineNumber;
+    Q_INVOKABLE void LastPosition(const Value& sender = Value());
+    Q_INVOKABLE void GoToLine(const Value& sender = Value());
+    Q_INVOKABLE void GoToLineOK(const Value& sender = Value());
+    Q_INVOKABLE void GoToLineCancel(const Value& sender = Value());
+    // The search field of the main window (beside the line field) and its label, which
+    // shows "Search" when there is nothing to report.
+    QPointer<QLineEdit> boxedSearch;
+    QPointer<QLabel> boxedSearchInfo;
+    // Makes the search field and the search shortcuts (Ctrl+F, F3, Shift+F3, Ctrl+H).
+    void installSearchControls();
+    // The find-and-replace panel's controller, made on first use; a child of Global.
+    findreplace* ibfindreplace();
+    Q_INVOKABLE void FindReplace(const Value& sender = Value());
+    Q_INVOKABLE void global_findreplace();
+    Q_INVOKABLE void FindNext(const Value& sender = Value());
+    Q_INVOKABLE void global_findnext();
+    Q_INVOKABLE void boxedSearchPerform(const Value& sender = Value());
+    Q_INVOKABLE void boxedSearchNext(const Value& sender = Value());
+    Q_INVOKABLE void boxedSearchPrevious(const Value& sender = Value());
+    // Copies the field into the panel; finds (bFind) or only re-counts.
+    void Perform_boxedSearchPerform(const Value& sender, bool bFind);
+    // The project search panel's controller, made on first use; a child of Global.
+    findreplacefile* ibfindreplacefile();
+    // Shows the project search panel when a project is loaded.
+    Q_INVOKABLE void FindReplaceFile(const Value& sender = Value());
+    Q_INVOKABLE void global_findreplacefile();
+    // Shows the project search panel, also without a project.
+    Q_INVOKABLE void FindReplaceFileShow();
+    // The toolbar's project search field: fills the panel, shows it and finds at once.
+    Q_INVOKABLE void boxedSearchFile(const Value& sender = Value());
+    // Opens a project file (a name relative to the project folder) at a 1-based line.
+    void openAtLine(const QString& name, qint64 line);
+    // The find-definition panel's controller, made on first use; a child of Global.
+    finddefinition* ibfinddefinition();
+    // Shows the find-definition panel when a project is loaded.
+    Q_INVOKABLE void FindDefinition(const Value& sender = Value());
+    Q_INVOKABLE void global_finddefinition();
+    // Says that the command is not there yet.
+    Q_INVOKABLE void Definition(const Value& sender = Value());
+
     // The support folder "/Library/Kelvaro" under the home folder, and a file in it.
     static QString supportFolder();
     static QString supportFile(const QString& name);
@@ -327,6 +375,9 @@ private:
     void startBuildThread();
     void startApplication(const QString& executable);
     std::vector<KLThreadRef> earlierBuilds_; // replaced build threads that may still run
+    findreplacefile* projectSearch_ = nullptr; // search/search_actions.cpp
+    finddefinition* findDefinition_ = nullptr;
+    findreplace* findReplace_ = nullptr;
 };
 
 KLVR_DEFINE_CLASS_HELPERS(Global, GLOBAL)

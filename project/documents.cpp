@@ -75,6 +75,8 @@ void Global::ProjectOpenCode(const QString& nameOrPath) {
     ProjectStatusBar(QStringLiteral("Opened ") + name);
     nLastPositionLine2 = KLVR_KLTEXTVIEW_LINE(view);
     tLastPosition = KLVR_NSTIMER_INIT(this, QStringLiteral("dotLastPosition"), 5.0);
+    // The search field's count follows the shown document.
+    Perform_boxedSearchPerform(Value(), false);
 }
 
 void Global::ProjectReopenCode(const QString& name) {
@@ -107,6 +109,8 @@ QString Global::ProjectCurrentLine() const {
 }
 
 void Global::ProjectCurrentCodeGotoLine(qint64 line) {
+    if (!ProjectIsLoaded())
+        return;
     if (KLTextView* view = mytextview())
         KLVR_KLTEXTVIEW_GOTOLINE(view, line);
 }
