@@ -80,6 +80,10 @@ void code::buildInterface() {
     line->setFrame(false);
     line->setMaximumWidth(90);
     line->setFocusPolicy(Qt::NoFocus);
+    // The status text gives way first when the window is narrow; the fields keep their size.
+    statusbar->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    statusbar->setMinimumWidth(120);
+    line->setMinimumWidth(64);
     documentInfo = new QLabel(this);
     documentInfo->setObjectName(QStringLiteral("documentInfo"));
     documentInfo->setFrameShape(QFrame::StyledPanel);

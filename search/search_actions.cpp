@@ -73,6 +73,7 @@ void Global::installSearchControls() {
     boxedSearch->setPlaceholderText(QStringLiteral("Find in file"));
     boxedSearch->setClearButtonEnabled(true);
     boxedSearch->setMaximumWidth(200);
+    boxedSearch->setMinimumWidth(120);
     mycode->insertBesideLine(boxedSearchInfo);
     mycode->insertBesideLine(boxedSearch);
     connect(boxedSearch, &QLineEdit::returnPressed, this, [this] { boxedSearchPerform(); });
