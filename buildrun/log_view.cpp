@@ -5,11 +5,13 @@
 #include <QContextMenuEvent>
 #include <QFontDatabase>
 #include <QMenu>
+#include "editor/kltextview.h"
+
 #include <QPainter>
 #include <QScrollBar>
 
 LogView::LogView(int maxLines, QWidget* parent) : QAbstractScrollArea(parent), maxLines_(maxLines) {
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setFont(KLTextView::editorFont(QFontDatabase::systemFont(QFontDatabase::FixedFont).pointSize()));
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setCursor(Qt::IBeamCursor);
     viewport()->setBackgroundRole(QPalette::Base);

@@ -270,6 +270,15 @@ QFont KLTextView::editorFont(int points) {
         return QFont(QStringLiteral("Monaco"), size);
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     font.setPointSize(size);
+    // The desktop's "monospace" can be a font whose glyphs are not all one width (some
+    // installations name one with dual widths): then the first fixed-pitch family is taken.
+    if (!QFontInfo(font).fixedPitch()) {
+        const QStringList families = QFontDatabase::families();
+        const auto fixed = std::find_if(families.begin(), families.end(),
+                                        [](const QString& family) { return QFontDatabase::isFixedPitch(family); });
+        if (fixed != families.end())
+            font.setFamily(*fixed);
+    }
     return font;
 }
 
