@@ -79,14 +79,18 @@ protected:
     // Runs the event loop until `done` holds; false when that took `seconds`.
     static bool waitUntil(const std::function<bool()>& done, int seconds = 20) {
         QDeadlineTimer deadline(seconds * 1000);
-        while (!done() && !deadline.hasExpired())
+        bool reached = done();
+        while (!reached && !deadline.hasExpired()) {
             QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-        return done();
+            reached = done();
+        }
+        return reached; // as last seen: a state that passes may not be seen twice
     }
-    // Whether a process of that id still exists (a reaped child leaves no entry).
+    // Whether a process of that id still runs: a reaped child leaves no entry, an ended
+    // one not yet reaped shows as a zombie (Z) or, while it is being reaped, dead (X).
     static bool processExists(qint64 pid) {
         const QByteArray stat = readFile(QStringLiteral("/proc/%1/stat").arg(pid));
-        return !stat.isEmpty() && !stat.contains(") Z ");
+        return !stat.isEmpty() && !stat.contains(") Z ") && !stat.contains(") X ");
     }
 
     QString project;
