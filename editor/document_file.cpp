@@ -55,6 +55,11 @@ namespace document_file {
 
 Decoded decode(const QByteArray& fileBytes) {
     Decoded result;
+    const qsizetype firstLf = fileBytes.indexOf('\n');
+    if (firstLf > 0 && fileBytes[firstLf - 1] == '\r')
+        result.lineEnds = LineEnds::Crlf;
+    else if (firstLf < 0 && fileBytes.contains('\r'))
+        result.lineEnds = LineEnds::Cr;
     if (isValidUtf8(fileBytes)) {
         result.byteOrderMark = fileBytes.startsWith(kByteOrderMark);
         result.utf8 = result.byteOrderMark ? fileBytes.mid(3) : fileBytes;
@@ -83,6 +88,20 @@ std::optional<QByteArray> encode(const QByteArray& utf8, TextEncoding encoding, 
         bytes[i] = char(b);
     }
     return bytes;
+}
+
+QString withLineEnds(const QString& text, LineEnds lineEnds) {
+    QString unified = text;
+    unified.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    switch (lineEnds) {
+    case LineEnds::Crlf:
+        return unified.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+    case LineEnds::Cr:
+        return unified.replace(QLatin1Char('\n'), QLatin1Char('\r'));
+    case LineEnds::Lf:
+        break;
+    }
+    return unified;
 }
 
 QString unencodable(QStringView text, TextEncoding encoding) {

@@ -16,6 +16,8 @@
 #include <optional>
 
 enum class TextEncoding { Utf8, Windows1252 };
+// How new lines are written in a file: as its first line break is (LF without any).
+enum class LineEnds { Lf, Crlf, Cr };
 
 // What identifies the content of a file on disk without reading it.
 struct DiskStamp {
@@ -35,12 +37,16 @@ struct Decoded {
     QByteArray utf8;
     TextEncoding encoding = TextEncoding::Utf8;
     bool byteOrderMark = false;
+    LineEnds lineEnds = LineEnds::Lf;
 };
 Decoded decode(const QByteArray& fileBytes);
 
 // The bytes a save writes for text held as UTF-8 (the inverse of decode); nullopt
 // when the text holds a character the encoding cannot (nothing is written then).
 std::optional<QByteArray> encode(const QByteArray& utf8, TextEncoding encoding, bool byteOrderMark);
+
+// `text` with every line break (LF, CRLF or CR) written as `lineEnds`.
+QString withLineEnds(const QString& text, LineEnds lineEnds);
 
 // The characters of `text` that `encoding` cannot hold, each once, in order.
 QString unencodable(QStringView text, TextEncoding encoding);

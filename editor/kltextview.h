@@ -310,7 +310,7 @@ private:
     qint64 queuedChangeCount_ = -1; // changeCount_ when the text was last handed to a save
     std::unique_ptr<QThreadPool> writer_;
     std::shared_future<bool> queueWrite(const QString& path);
-    void adoptFile(const document_file::Decoded& decoded, const QByteArray& fileBytes);
+    void adoptFile(const document_file::Decoded& decoded);
 };
 
 // The runtime's operations on the view.

@@ -20,7 +20,7 @@ bool KLTextView::load(const QString& path) {
         return false;
     const DiskStamp stamp = DiskStamp::of(path);
     const document_file::Decoded decoded = document_file::decode(*bytes);
-    adoptFile(decoded, *bytes);
+    adoptFile(decoded);
 
     // The text goes in as one change of the whole text, not an edit the owner needs
     // the text of (also NUL bytes).
@@ -44,17 +44,10 @@ bool KLTextView::load(const QString& path) {
     return true;
 }
 
-void KLTextView::adoptFile(const document_file::Decoded& decoded, const QByteArray& fileBytes) {
+void KLTextView::adoptFile(const document_file::Decoded& decoded) {
     encoding_ = decoded.encoding;
     byteOrderMark_ = decoded.byteOrderMark;
-    // The file's first line break decides how new lines are written.
-    const qsizetype firstLf = fileBytes.indexOf('\n');
-    if (firstLf > 0 && fileBytes[firstLf - 1] == '\r')
-        setEolMode(EolWindows);
-    else if (firstLf < 0 && fileBytes.contains('\r'))
-        setEolMode(EolMac);
-    else
-        setEolMode(EolUnix);
+    setEolMode(decoded.lineEnds == LineEnds::Crlf ? EolWindows : decoded.lineEnds == LineEnds::Cr ? EolMac : EolUnix);
 }
 
 QByteArray KLTextView::editorBytes() const {
@@ -177,7 +170,7 @@ std::shared_future<bool> KLTextView::queueWrite(const QString& path) {
 
 void KLTextView::replaceAllAsOneStep(const QByteArray& fileBytes) {
     const document_file::Decoded decoded = document_file::decode(fileBytes);
-    adoptFile(decoded, fileBytes);
+    adoptFile(decoded);
     const bool readOnly = isReadOnly();
     setReadOnly(false);
     SendScintilla(SCI_BEGINUNDOACTION);
@@ -188,16 +181,9 @@ void KLTextView::replaceAllAsOneStep(const QByteArray& fileBytes) {
 }
 
 QString KLTextView::toDocumentLineEnds(const QString& text) const {
-    QString unified = text;
-    unified.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    switch (eolMode()) {
-    case EolWindows:
-        return unified.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
-    case EolMac:
-        return unified.replace(QLatin1Char('\n'), QLatin1Char('\r'));
-    default:
-        return unified;
-    }
+    return document_file::withLineEnds(text, eolMode() == EolWindows ? LineEnds::Crlf
+                                             : eolMode() == EolMac  ? LineEnds::Cr
+                                                                    : LineEnds::Lf);
 }
 
 void KLTextView::insertAsOneStep(qint64 utf16Position, const QString& text) {

@@ -20,11 +20,14 @@ void Global::tTextDidChangeFired() {
     KLVR_NSTIMER_STOP(tTextDidChange);
     if (!mycode)
         return;
-    mycode->PerformTextDidChange();
-    // Every other document with unsaved typing is saved at the same pause; the shown
-    // one when it is empty is not (the pass leaves an emptied document alone).
+    // The pass saves every document with unsaved typing. When it stops early (no
+    // document shown, or the shown one emptied, which the pass leaves alone), the
+    // others are saved here.
     KLTextView* shown = mytextview();
-    saveModifiedDocuments(SaveWait::Background, shown && shown->length() == 0 ? shown : nullptr);
+    const bool passSaves = mycode->SomeDocumentOpened() && shown->length() > 0;
+    mycode->PerformTextDidChange();
+    if (!passSaves)
+        saveModifiedDocuments(SaveWait::Background, shown);
 }
 
 void Global::KLVR_TextViewDidChangeSelection(QObject* view) {

@@ -322,9 +322,8 @@ std::optional<QByteArray> replacedBytes(const QByteArray& fileBytes, const QStri
                                         const QString& replacement, bool ignoreCase) {
     const document_file::Decoded decoded = document_file::decode(fileBytes);
     QString text = QString::fromUtf8(decoded.utf8);
-    QString with = replacement;
-    if (text.contains(QLatin1String("\r\n")))
-        with.replace(QLatin1String("\n"), QLatin1String("\r\n"));
+    // Line breaks in the replacement are the file's own, as in the editor.
+    const QString with = document_file::withLineEnds(replacement, decoded.lineEnds);
     if (problemWith(needle).isEmpty())
         text.replace(needle, with, ignoreCase ? Qt::CaseInsensitive : Qt::CaseSensitive);
     return document_file::encode(text.toUtf8(), decoded.encoding, decoded.byteOrderMark);

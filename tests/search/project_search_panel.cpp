@@ -110,6 +110,13 @@ TEST_F(ProjectSearchPanel, ReplaceAllWritesChangedFilesKeepingTheirFormAndReopen
     panel.pbReplaceAll();
     EXPECT_EQ(panel.lInfo->text(), "1 replaced; not replaced: c.NSObject.klvr");
     EXPECT_EQ(fileBytes(project + "/c.NSObject.klvr"), "\r\nfoofoo caf\xe9\r\n");
+
+    // Line breaks in a replacement are each file's own, whichever way they were typed.
+    panel.cbFind->setCurrentText("foofoo");
+    panel.cbReplace->setCurrentText("x\r\ny\nz");
+    panel.pbReplaceAll();
+    EXPECT_EQ(fileBytes(project + "/c.NSObject.klvr"), "\r\nx\r\ny\r\nz caf\xe9\r\n");
+    EXPECT_EQ(fileBytes(project + "/Global.NSObject.klvr"), "\nx\ny\nz = 1\n");
 }
 
 TEST_F(ProjectSearchPanel, UnsavedTypingIsSavedBeforeTheSearchReadsTheDiskAndBinaryFilesAreNamed) {
