@@ -344,6 +344,28 @@ public:
     // The folder LastProject.txt names, when it is an existing folder; "" otherwise.
     static QString lastProjectFolder();
 
+    // ---- External tools (buildrun/external_tools.cpp) ----
+    // The interface designer, the database tools, the file manager, web pages and the
+    // project's Global source. Those that need a project do nothing without one.
+    Q_INVOKABLE void IB(const Value& sender = Value());
+    Q_INVOKABLE void global_ib();
+    Q_INVOKABLE void Preferences(const Value& sender = Value());
+    Q_INVOKABLE void Xcode(const Value& item = Value());
+    Q_INVOKABLE void CD(const Value& sender = Value());
+    Q_INVOKABLE void global_cd();
+    Q_INVOKABLE void MySQL(const Value& sender = Value());
+    Q_INVOKABLE void global_mysql();
+    Q_INVOKABLE void MySQLAdmin(const Value& sender = Value());
+    Q_INVOKABLE void Finder(const Value& sender = Value());
+    Q_INVOKABLE void FinderProject(const Value& sender = Value());
+    Q_INVOKABLE void CocoaFrameworks(const Value& sender = Value());
+    Q_INVOKABLE void Forum(const Value& sender = Value());
+    Q_INVOKABLE void AboutXcodeIntegration(const Value& sender = Value());
+    Q_INVOKABLE void NSApplication_ActivateIgnoringOtherApps(const Value& sender = Value());
+    Q_INVOKABLE void goGlobal(const Value& sender = Value());
+    Q_INVOKABLE void global_global();
+    // ==== end of External tools ====
+
 private:
     void Init();
     void createMainInterface();

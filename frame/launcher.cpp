@@ -1,5 +1,6 @@
 #include "frame/launcher.h"
 
+#include "frame/panels.h"
 #include "frame/runtime.h"
 
 #include <QFile>
@@ -11,32 +12,26 @@
 
 namespace {
 
-// Reads the launcher table of the resources each time: it is a few lines, and a user
-// who edits it sees the change without restarting.
 QStringList alternativesFor(const QString& application) {
-    QFile file(KLVR_NSBUNDLE_RESOURCEPATH() + QStringLiteral("/launchers.txt"));
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return {};
-    QTextStream in(&file);
-    while (!in.atEnd()) {
-        QString line = in.readLine().trimmed();
-        if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
-            continue;
-        qsizetype eq = line.indexOf(QLatin1Char('='));
-        if (eq < 0 || line.left(eq).trimmed() != application)
-            continue;
-        QStringList alternatives;
-        for (const QString& a : line.mid(eq + 1).split(QLatin1Char('|')))
-            if (!a.trimmed().isEmpty())
-                alternatives << a.trimmed();
-        return alternatives;
-    }
-    return {};
+    QStringList alternatives;
+    for (const QString& a : launcherTableValue(application).split(QLatin1Char('|')))
+        if (!a.trimmed().isEmpty())
+            alternatives << a.trimmed();
+    return alternatives;
+}
+
+// Programs take a word that starts with "-" as an option, whatever follows it, so such
+// a relative path is handed over as an absolute one (addresses never start with "-").
+QString documentArgument(const QString& document) {
+    if (document.startsWith(QLatin1Char('-')))
+        return QFileInfo(document).absoluteFilePath();
+    return document;
 }
 
 class DesktopLauncher : public LaunchService {
 public:
-    bool launch(const QString& application, const QString& document, bool) override {
+    bool launch(const QString& application, const QString& given, bool) override {
+        const QString document = documentArgument(given);
         QFileInfo direct(application);
         if (application.startsWith(QLatin1Char('/'))) {
             if (direct.isFile() && direct.isExecutable())
@@ -86,6 +81,25 @@ std::shared_ptr<LaunchService>& current() {
 
 } // namespace
 
+// Reads the launcher table of the resources each time: it is a few lines, and a user
+// who edits it sees the change without restarting.
+QString launcherTableValue(const QString& key) {
+    QFile file(KLVR_NSBUNDLE_RESOURCEPATH() + QStringLiteral("/launchers.txt"));
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return {};
+    QTextStream in(&file);
+    in.setEncoding(QStringConverter::Utf8);
+    while (!in.atEnd()) {
+        const QString line = in.readLine().trimmed();
+        if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
+            continue;
+        const qsizetype eq = line.indexOf(QLatin1Char('='));
+        if (eq >= 0 && line.left(eq).simplified() == key)
+            return line.mid(eq + 1).trimmed();
+    }
+    return {};
+}
+
 std::shared_ptr<LaunchService> makeDesktopLauncher() { return std::make_shared<DesktopLauncher>(); }
 
 LaunchService& launcher() {
@@ -107,3 +121,18 @@ void KLVR_FINDER(const QString& path) { launcher().launch(QStringLiteral("Finder
 void KLVR_SAFARI(const QString& addressOrPath) { launcher().launch(QStringLiteral("Safari"), addressOrPath, true); }
 void KLVR_TEXTEDIT(const QString& path) { launcher().launch(QStringLiteral("TextEdit"), path, true); }
 void KLVR_PREVIEW(const QString& path) { launcher().launch(QStringLiteral("Preview"), path, true); }
+
+bool launchOrTell(const QString& application, const QString& document, bool flag) {
+    if (KLVR_LAUNCH(application, document, flag))
+        return true;
+    const QString package = launcherTableValue(QStringLiteral("install ") + application);
+    KLVR_MSGBOX(QStringLiteral("Error: ") + application + QStringLiteral(" not found"),
+                package.isEmpty()
+                    ? QStringLiteral("No program of this desktop opens it. Please install one and name its command "
+                                     "under \"") + application +
+                          QStringLiteral("\" in launchers.txt of Kelvaro's resources.")
+                    : QStringLiteral("Kelvaro opens it with a program of this desktop that is not installed.\n"
+                                     "Please install the Debian package \"") +
+                          package + QStringLiteral("\"."));
+    return false;
+}

@@ -22,6 +22,14 @@ LaunchService& launcher();
 std::shared_ptr<LaunchService> makeDesktopLauncher();
 std::shared_ptr<LaunchService> installLaunchService(std::shared_ptr<LaunchService> service);
 
+// The text after "=" on the table's line named `key` ("" when there is none). Besides
+// the applications, the table holds the configured web addresses ("address NAME") and
+// the Debian package that provides an application's commands ("install NAME").
+QString launcherTableValue(const QString& key);
+// KLVR_LAUNCH, and when the application is not found a message box that says so and
+// names what to install.
+bool launchOrTell(const QString& application, const QString& document, bool flag);
+
 bool KLVR_LAUNCH(const QString& application, const QString& document, bool flag);
 void KLVR_FINDER(const QString& path);
 void KLVR_SAFARI(const QString& addressOrPath);
