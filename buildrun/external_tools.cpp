@@ -74,14 +74,15 @@ void startDatabaseTool(const QString& tool, const QString& fileName) {
 
 // The project is compiled in the background, the platform project and then the
 // interface file are handed to the interface designer; a compiler error of that build
-// brings the IDE back to the front (bIBDelayedShow).
+// brings the IDE back to the front (bIBDelayedShow). "Xcode" is missing only when the
+// compiler is, and the build says so.
 static void openInterfaceFile(Global& g, const QString& xib) {
     g.bIBDelayedShow = true;
     g.global_make();
     g.OpenXcodeProject(g.ProjectPath, true);
-    launchOrTell(QStringLiteral("Xcode"),
-                 g.ProjectPath + QLatin1Char('/') + KLVR_FILENAME(g.ProjectPath) + QStringLiteral("/en.lproj/") + xib,
-                 false);
+    KLVR_LAUNCH(QStringLiteral("Xcode"),
+                g.ProjectPath + QLatin1Char('/') + KLVR_FILENAME(g.ProjectPath) + QStringLiteral("/en.lproj/") + xib,
+                false);
 }
 
 void Global::IB(const Value&) { global_ib(); }
