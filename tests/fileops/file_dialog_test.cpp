@@ -91,6 +91,9 @@ const FileCase kCases[] = {
      kBoth + QStringList{"c.NSView.klvr"}, {"b", "c"}, {}, "b.NSView.klvr"},
 };
 
+// Test names and failures show the case by its label.
+void PrintTo(const FileCase& c, std::ostream* os) { *os << c.label; }
+
 class FileDialog : public FileOpsFixture, public ::testing::WithParamInterface<FileCase> {};
 } // namespace
 

@@ -38,6 +38,9 @@ const Refusal kRefusals[] = {
     {"NameOfAFile", "plain.txt", "{R}", "Could not create the project."},
 };
 
+// Test names and failures show the case by its label.
+void PrintTo(const Refusal& c, std::ostream* os) { *os << c.label; }
+
 class NewProjectRefusal : public NewProjects, public ::testing::WithParamInterface<Refusal> {};
 } // namespace
 
