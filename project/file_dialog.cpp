@@ -13,6 +13,7 @@
 
 #include <QFile>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -38,8 +39,10 @@ void refuseTakenName(const QString& name) {
 
 // ---------------------------------------------------------------- opening the dialog
 
+// Shows the dialog with a title (its mode); `name` and `type` are set when given. The
+// fixed superclass is shown only when it names one, the free one only in the free mode.
 static void openFileDialog(Global& g, const QString& title, const QString* name, const QString* type,
-                           bool freeSuperClass) {
+                           bool freeSuperClass, bool nameEditable = true) {
     if (!g.ProjectIsLoaded())
         return;
     if (!g.NewFile) {
@@ -62,6 +65,11 @@ static void openFileDialog(Global& g, const QString& title, const QString* name,
         g.NewFileName->setText(*name);
     if (type)
         g.NewFileType->setText(*type);
+    const bool fixedSuperClass = type && !freeSuperClass;
+    g.NewFileType->setVisible(fixedSuperClass);
+    if (auto* label = g.NewFile->findChild<QLabel*>(QStringLiteral("typeLabel")))
+        label->setVisible(fixedSuperClass);
+    g.NewFileName->setReadOnly(!nameEditable);
     g.NewFileSuperClass2->setVisible(freeSuperClass);
     g.NewFileType2->setVisible(freeSuperClass);
     if (freeSuperClass)
@@ -93,7 +101,7 @@ void Global::NewFileXYZ(const Value&) {
 
 void Global::NewFileDelete(const Value&) {
     const QString name = KLVR_FILENAME(ProjectCurrentFilename());
-    openFileDialog(*this, QStringLiteral("Delete File"), &name, nullptr, false);
+    openFileDialog(*this, QStringLiteral("Delete File"), &name, nullptr, false, false);
 }
 
 void Global::NewFileRename(const Value&) {

@@ -167,3 +167,40 @@ TEST_F(FileOpsFixture, RealProjectMakerAddsAndRemovesTheCompanions) {
     EXPECT_FALSE(readFile(projectFile).contains("Gauge_2.mm"));
     EXPECT_TRUE(QFileInfo::exists(p + "/Real Äpp/Gauge_2.mm")); // the companion stays on disk
 }
+
+TEST_F(FileOpsFixture, EachModeHasItsTitleAndFields) {
+    struct Opening {
+        const char* command;
+        const char* title;
+        const char* name;
+        const char* type;     // nullptr: the field is hidden
+        bool freeSuperClass;
+    };
+    const Opening openings[] = {
+        {"NewFileObject", "New File (Super Class NSObject)", "", "NSObject", false},
+        {"NewFileView", "New File (Super Class NSView)", "", "NSView", false},
+        {"NewFileWindow", "New File (Super Class NSWindow)", "", "NSWindow", false},
+        {"NewFileXYZ", "New File...", "", nullptr, true},
+        {"NewFileDelete", "Delete File", "b.NSView.klvr", nullptr, false},
+        {"NewFileRename", "Rename File b.NSView.klvr", "", nullptr, false},
+        {"NewFileDuplicate", "Duplicate File b.NSView.klvr", "", nullptr, false},
+    };
+    Global& g = start();
+    EXPECT_TRUE(klvrInvoke(&g, "NewFileObject", Value()));
+    EXPECT_FALSE(g.NewFile) << "no dialog without a project";
+    g.ProjectOpen(makeProject("App", {{"Global.NSObject.klvr", kGlobal}, {"b.NSView.klvr", kB}}));
+    g.ProjectOpenCode("b.NSView.klvr");
+    for (const Opening& o : openings) {
+        SCOPED_TRACE(o.command);
+        g.NewFileCancel();
+        ASSERT_TRUE(klvrInvoke(&g, o.command, Value()));
+        EXPECT_EQ(g.NewFile->windowTitle(), o.title);
+        EXPECT_EQ(g.NewFileName->text(), o.name);
+        EXPECT_EQ(g.NewFileType->isVisible(), o.type != nullptr);
+        EXPECT_EQ(g.NewFileType->text(), o.type ? o.type : "") << "the field keeps or clears its text";
+        EXPECT_EQ(g.NewFileType2->isVisible(), o.freeSuperClass);
+        EXPECT_EQ(g.NewFileSuperClass2->isVisible(), o.freeSuperClass);
+    }
+    g.NewFileCancel();
+    EXPECT_FALSE(g.NewFile->isVisible());
+}
