@@ -86,8 +86,13 @@ void Global::NewProject(const Value&) {
         connect(form.NewProjectName, &QLineEdit::returnPressed, this, [this] { NewProjectOK(); });
     }
     const QString remembered = supportFile(kLocationFile);
-    NewProjectLocation->setText(KLVR_NSFILEMANAGER_EXISTSFILE(remembered) ? KLVR_READSTRING(remembered)
-                                                                          : supportFolder());
+    QString location = supportFolder();
+    if (KLVR_NSFILEMANAGER_EXISTSFILE(remembered)) {
+        location = KLVR_READSTRING(remembered);
+        while (location.endsWith(QLatin1Char('\n')) || location.endsWith(QLatin1Char('\r')))
+            location.chop(1); // a line break added by hand is no part of the folder's name
+    }
+    NewProjectLocation->setText(location);
     if (const QScreen* screen = QGuiApplication::primaryScreen())
         NewProjectWindow->move(screen->availableGeometry().center() - NewProjectWindow->rect().center());
     NewProjectWindow->show();
