@@ -338,6 +338,60 @@ public:
     // Says that the command is not there yet.
     Q_INVOKABLE void Definition(const Value& sender = Value());
 
+    // ==== Project file operations, new project, examples (project/file_*.cpp,
+    // project/objc_companions.cpp, project/interface_files.cpp, project/new_project.cpp,
+    // project/examples.cpp) ====
+    // The file dialog (made on first use; its mode is its title) and its fields.
+    QPointer<QWidget> NewFile;
+    QPointer<QLineEdit> NewFileName;
+    QPointer<QLineEdit> NewFileType;
+    QPointer<QLineEdit> NewFileType2;
+    QPointer<QLabel> NewFileSuperClass2;
+    Q_INVOKABLE void NewFileObject(const Value& sender = Value());
+    Q_INVOKABLE void NewFileView(const Value& sender = Value());
+    Q_INVOKABLE void NewFileWindow(const Value& sender = Value());
+    Q_INVOKABLE void NewFileXYZ(const Value& sender = Value());
+    Q_INVOKABLE void NewFileDelete(const Value& sender = Value());
+    Q_INVOKABLE void NewFileRename(const Value& sender = Value());
+    Q_INVOKABLE void NewFileDuplicate(const Value& sender = Value());
+    Q_INVOKABLE void NewFileOK(const Value& sender = Value());
+    Q_INVOKABLE void NewFileCancel(const Value& sender = Value());
+    // The application and preferences delegates from the templates.
+    Q_INVOKABLE void AddAppDelegate(const Value& sender = Value());
+    Q_INVOKABLE void AddPreferencesDelegate(const Value& sender = Value());
+    void PerformAddAppDelegate();
+    void PerformAddPreferencesDelegate();
+    // Objective-C companion files, resources and frameworks through klvrmake.
+    Q_INVOKABLE void NewObjCClass(const Value& sender = Value());
+    Q_INVOKABLE void AddResourceFile(const Value& sender = Value());
+    Q_INVOKABLE void AddFramework(const Value& sender = Value());
+    void CreateObjCFilesForXcode(const QString& classFile, const QString& extraFile);
+    void RemoveObjCFilesForXcode(const QString& classFileOrPath);
+    // Runs klvrmake with the arguments, each passed as one argument, and waits for it.
+    void runProjectMaker(const QStringList& arguments);
+    // The interface-file dialog and the removal of interface files.
+    QPointer<QWidget> NewNibWindow;
+    QPointer<QLineEdit> NewNibName;
+    Q_INVOKABLE void NewNib(const Value& sender = Value());
+    Q_INVOKABLE void subNewNib(const Value& sender = Value());
+    Q_INVOKABLE void NewNibOK(const Value& sender = Value());
+    Q_INVOKABLE void NewNibCancel(const Value& sender = Value());
+    Q_INVOKABLE void RemoveNib(const Value& sender = Value());
+    Q_INVOKABLE void theInterfaceBuilder(const Value& sender = Value());
+    // The new-project dialog and its fields.
+    QPointer<QWidget> NewProjectWindow;
+    QPointer<QLineEdit> NewProjectName;
+    QPointer<QLineEdit> NewProjectLocation;
+    Q_INVOKABLE void NewProject(const Value& sender = Value());
+    Q_INVOKABLE void NewProjectChoose(const Value& sender = Value());
+    Q_INVOKABLE void NewProjectOK(const Value& sender = Value());
+    Q_INVOKABLE void NewProjectCancel(const Value& sender = Value());
+    // Opens an example (a path, or a menu item carrying one) through its copy under
+    // "~/Kelvaro Examples/<name>", made the first time.
+    Q_INVOKABLE void OpenExample(const Value& pathOrSender = Value());
+    static QString examplesCopyFolder();
+    // ==== end of project file operations ====
+
     // The support folder "/Library/Kelvaro" under the home folder, and a file in it.
     static QString supportFolder();
     static QString supportFile(const QString& name);

@@ -27,7 +27,9 @@ StartupOptions StartupOptions::parse(const QStringList& arguments) {
             options.error = QStringLiteral("unknown option ") + a;
             return options;
         } else if (options.projectFolder.isEmpty()) {
-            options.projectFolder = QDir::cleanPath(QFileInfo(a).absoluteFilePath());
+            // A source file named here (a desktop opening a .klvr file) opens its project.
+            const QFileInfo named(a);
+            options.projectFolder = QDir::cleanPath(named.isFile() ? named.absolutePath() : named.absoluteFilePath());
         } else {
             options.error = QStringLiteral("only one project folder can be opened");
             return options;
@@ -39,7 +41,7 @@ StartupOptions StartupOptions::parse(const QStringList& arguments) {
 int StartupOptions::printUsage(const QString& error) {
     std::fprintf(stderr,
                  "kelvaro: %s\n"
-                 "usage: kelvaro [PROJECT_FOLDER]\n"
+                 "usage: kelvaro [PROJECT_FOLDER | PROJECT_FOLDER/FILE.klvr]\n"
                  "       kelvaro --screenshot FILE.png [PROJECT_FOLDER]\n"
                  "       kelvaro --build PROJECT_FOLDER\n"
                  "       kelvaro --run PROJECT_FOLDER\n"

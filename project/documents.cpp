@@ -32,6 +32,11 @@ void Global::ProjectOpenCode(const QString& nameOrPath) {
     // The document being left keeps nothing unsaved (the write goes on in the background).
     saveModifiedDocuments(SaveWait::Background);
 
+    // The delegates are made from their templates when they are first opened.
+    if (name == QLatin1String("AppDelegate.NSObject.klvr"))
+        PerformAddAppDelegate();
+    else if (name == QLatin1String("Preferences.KLPreferences.klvr"))
+        PerformAddPreferencesDelegate();
     // The fixed objects that may not exist yet are listed before they are loaded.
     for (const FixedObject& fixed : kAddedWhenMissing)
         if (name == QLatin1String(fixed.fileName) && !KLVR_NSFILEMANAGER_EXISTSFILE(path) &&
