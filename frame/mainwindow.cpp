@@ -82,20 +82,6 @@ void mainwindow::Init() {
         global->compilerLogPanel->hide();
         global->runLogPanel->hide();
     }
-    // Keyboard shortcuts of the build, run and stop buttons.
-    const std::tuple<const char*, QKeySequence, const char*> shortcuts[] = {
-        {"actionBuild", QKeySequence(Qt::CTRL | Qt::Key_B), "b_build"},
-        {"actionRun", QKeySequence(Qt::CTRL | Qt::Key_R), "b_run"},
-        {"actionStop", QKeySequence(Qt::CTRL | Qt::Key_Period), "b_stop"}};
-    for (const auto& [name, keys, operation] : shortcuts) {
-        auto* action = new QAction(this);
-        action->setObjectName(QLatin1String(name));
-        action->setShortcut(keys);
-        action->setShortcutContext(Qt::WindowShortcut);
-        const QString target = QLatin1String(operation);
-        connect(action, &QAction::triggered, this, [this, target] { klvrInvoke(this, target, Value()); });
-        addAction(action);
-    }
 }
 
 QWidget* mainwindow::fixedView(const QString& name, QWidget* content, int width) {
@@ -167,6 +153,8 @@ void mainwindow::setProjectItemsVisible(bool visible) {
     for (QWidgetAction* item : {ti_project.data(), ti_event.data(), ti_projecticon.data()})
         if (item)
             item->setVisible(visible);
+    // The menu commands that need a project follow it.
+    Global::sharedGlobal()->updateMenuCommands();
 }
 
 void mainwindow::setStyleMask(qint64 mask) {
