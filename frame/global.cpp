@@ -27,6 +27,7 @@ Global::~Global() {
     delete mycode;
     delete menuBar_;
     delete Welcome;
+    delete AboutWindow; // a window of its own, made by the About command
     delete pubProject;
     delete pubEvent;
     delete bSwitchObjC;

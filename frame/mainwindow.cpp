@@ -94,6 +94,16 @@ QWidget* mainwindow::fixedView(const QString& name, QWidget* content, int width)
     return view;
 }
 
+// A pop-up's view keeps its width as the least, and grows (up to twice that) to room
+// for a title of `characters` ("NSObject" needs more than 80 pixels in most fonts).
+static QWidget* titledView(QWidget* view, QComboBox* popUp, int characters) {
+    view->setMaximumWidth(2 * view->minimumWidth());
+    popUp->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    popUp->setMinimumContentsLength(characters);
+    view->setMinimumWidth(qBound(view->minimumWidth(), popUp->sizeHint().width(), view->maximumWidth()));
+    return view;
+}
+
 QAction* mainwindow::buttonItem(const QString& suffix, const QString& toolTip) {
     auto* item = new QWidgetAction(this);
     item->setObjectName(QStringLiteral("ti_") + suffix);
@@ -129,19 +139,21 @@ QAction* mainwindow::KLVR_ToolbarItem(const QString& identifier) {
     if (identifier == QLatin1String("ti_project")) {
         global->pubProject->setParent(nullptr); // the previous view must not take it along
         global->pubProject->setFrame(false);
-        ti_project->setDefaultWidget(fixedView(QStringLiteral("v_project"), global->pubProject, 150));
+        ti_project->setDefaultWidget(titledView(fixedView(QStringLiteral("v_project"), global->pubProject, 150),
+                                                global->pubProject, 16));
         return ti_project;
     }
     if (identifier == QLatin1String("ti_event")) {
         global->pubEvent->setParent(nullptr);
         global->pubEvent->setFrame(false);
-        ti_event->setDefaultWidget(fixedView(QStringLiteral("v_event"), global->pubEvent, 80));
+        ti_event->setDefaultWidget(titledView(fixedView(QStringLiteral("v_event"), global->pubEvent, 80),
+                                              global->pubEvent, 10));
         return ti_event;
     }
     if (identifier == QLatin1String("ti_filesearch")) {
         auto* item = new QWidgetAction(this);
         item->setObjectName(QStringLiteral("ti_filesearch"));
-        boxedSearchFile->setMinimumWidth(180);
+        boxedSearchFile->setMinimumWidth(120); // gives way first in a narrow window
         boxedSearchFile->setMaximumWidth(300);
         item->setDefaultWidget(boxedSearchFile);
         return item;

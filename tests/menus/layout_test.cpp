@@ -3,8 +3,7 @@
 #include "support/ide_fixture.h"
 
 #include <QComboBox>
-#include <QGuiApplication>
-#include <QScreen>
+#include <QStyleOptionComboBox>
 #include <QTest>
 #include <QToolBar>
 
@@ -20,6 +19,16 @@ QByteArray crowdedClass() {
                 QByteArray::number(i) + "()\nEnd IBAction\nDelegate g" + QByteArray::number(i) +
                 "()\nEnd Delegate\n";
     return text;
+}
+
+// The width a pop-up needs to show its current title whole, with its frame and arrow.
+int titleWidth(const QComboBox* popUp) {
+    QStyleOptionComboBox option;
+    option.initFrom(popUp);
+    option.frame = popUp->hasFrame();
+    const QFontMetrics metrics = popUp->fontMetrics();
+    const QSize text(metrics.horizontalAdvance(popUp->currentText()), metrics.height());
+    return popUp->style()->sizeFromContents(QStyle::CT_ComboBox, &option, text, popUp).width();
 }
 
 // The widgets of a row that must show whole: (name, geometry in the window, width it needs).
@@ -50,9 +59,7 @@ TEST_P(WindowLayout, ToolbarItemsAndNavigatorsShowWhole) {
     Global& g = start();
     g.ProjectOpen(makeProject("Layout", {{"Global.NSObject.klvr", crowdedClass()}}));
     g.mymainwindow->showNormal();
-    const QSize size = GetParam().isEmpty() ? Global::mainWindowFrame(QGuiApplication::primaryScreen()->availableGeometry()).size()
-                                            : GetParam();
-    g.mymainwindow->resize(size);
+    g.mymainwindow->resize(GetParam());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(g.mymainwindow));
     QApplication::processEvents();
     QWidget* window = g.mymainwindow;
@@ -78,8 +85,7 @@ TEST_P(WindowLayout, ToolbarItemsAndNavigatorsShowWhole) {
         EXPECT_TRUE(view->isVisible()) << item->objectName().toStdString() << " is pushed out of the toolbar";
         // A pop-up must show its title and its arrow; the other items their minimum.
         if (auto* popUp = view->findChild<QComboBox*>())
-            tools.append({item->objectName() + " (" + popUp->currentText() + ")", inWindow(popUp),
-                          popUp->fontMetrics().horizontalAdvance(popUp->currentText()) + 24});
+            tools.append({item->objectName() + " (" + popUp->currentText() + ")", inWindow(popUp), titleWidth(popUp)});
         else
             tools.append({item->objectName(), inWindow(view), view->minimumSizeHint().width()});
     }
@@ -87,5 +93,5 @@ TEST_P(WindowLayout, ToolbarItemsAndNavigatorsShowWhole) {
     EXPECT_EQ(problems(tools, inWindow(g.mymainwindow->mytoolbar)).join("; ").toStdString(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Menus, WindowLayout, ::testing::Values(QSize(), QSize(800, 600)),
-                         [](const auto& info) { return info.param.isEmpty() ? "DefaultSize" : "Size800x600"; });
+INSTANTIATE_TEST_SUITE_P(Menus, WindowLayout, ::testing::Values(Global::mainWindowFrame(QRect(0, 0, 1280, 800)).size(), QSize(800, 600)),
+                         [](const auto& info) { return info.param.width() == 800 ? "Size800x600" : "DefaultSize"; });
