@@ -3,6 +3,7 @@
 #include "frame/menu_table.h"
 
 #include <QHash>
+#include <functional>
 
 namespace {
 // True when Global has an operation of that name (taking a Value or nothing).

@@ -111,25 +111,34 @@ const MenuEntry kEntries[] = {
     {K::Command, "&Help", "About Kelvaro", "About", "", A, QAction::AboutRole},
 };
 
-// The fixed items of the rebuilt "Windows" menu also own keys.
-const char* const kWindowsMenuKeys[] = {"Ctrl+M", "Ctrl+Meta+L", "Ctrl+Alt+L", "Ctrl+Meta+C", "Ctrl+Alt+C"};
+// "command" is Ctrl; "command and control" is Ctrl+Meta, or Ctrl+Alt.
+const WindowsMenuItem kWindowsItems[] = {{"Minimize", 1, "Ctrl+M"},
+                                         {"Zoom", 2, ""},
+                                         {nullptr, 0, ""},
+                                         {"Log Window", 3, "Ctrl+Meta+L;Ctrl+Alt+L"},
+                                         {"Compiler Window", 4, "Ctrl+Meta+C;Ctrl+Alt+C"},
+                                         {nullptr, 0, ""}};
 } // namespace
 
 std::span<const MenuEntry> menuTable() { return kEntries; }
 
-QList<QKeySequence> menuKeys(const MenuEntry& entry) {
-    QList<QKeySequence> keys;
-    for (const QString& text : QString::fromUtf8(entry.keys).split(QLatin1Char(';'), Qt::SkipEmptyParts))
-        keys.append(QKeySequence(text, QKeySequence::PortableText));
-    return keys;
+std::span<const WindowsMenuItem> windowsMenuItems() { return kWindowsItems; }
+
+QList<QKeySequence> keysOf(const char* keys) {
+    QList<QKeySequence> list;
+    for (const QString& text : QString::fromUtf8(keys).split(QLatin1Char(';'), Qt::SkipEmptyParts))
+        list.append(QKeySequence(text, QKeySequence::PortableText));
+    return list;
 }
+
+QList<QKeySequence> menuKeys(const MenuEntry& entry) { return keysOf(entry.keys); }
 
 QList<QKeySequence> allMenuKeys() {
     QList<QKeySequence> keys;
     for (const MenuEntry& entry : menuTable())
         keys += menuKeys(entry);
-    for (const char* text : kWindowsMenuKeys)
-        keys.append(QKeySequence(QLatin1String(text), QKeySequence::PortableText));
+    for (const WindowsMenuItem& item : windowsMenuItems())
+        keys += keysOf(item.keys);
     return keys;
 }
 

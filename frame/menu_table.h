@@ -26,6 +26,16 @@ struct MenuEntry {
     QAction::MenuRole role = QAction::NoRole;
 };
 
+// The fixed items at the top of the rebuilt "Windows" menu; a null title is a separator.
+struct WindowsMenuItem {
+    const char* title;
+    int tag;
+    const char* keys;
+};
+std::span<const WindowsMenuItem> windowsMenuItems();
+// The shortcuts of a "keys" text ("Ctrl+Meta+L;Ctrl+Alt+L").
+QList<QKeySequence> keysOf(const char* keys);
+
 // Every entry, in menu order; a menu appears in the bar where its first entry is.
 std::span<const MenuEntry> menuTable();
 // The shortcuts of an entry (empty for none).

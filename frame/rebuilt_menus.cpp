@@ -74,29 +74,14 @@ void Global::KLVR_MenuNeedsUpdate(QMenu* menu) {
         }
     } else if (title == QLatin1String("Windows")) {
         removeItems(menu);
-        struct Fixed {
-            const char* title;
-            int tag;
-            const char* keys;
-        };
-        // "command" is Ctrl; "command and control" is Ctrl+Meta, or Ctrl+Alt.
-        const Fixed fixed[] = {{"Minimize", 1, "Ctrl+M"},
-                               {"Zoom", 2, ""},
-                               {nullptr, 0, nullptr},
-                               {"Log Window", 3, "Ctrl+Meta+L;Ctrl+Alt+L"},
-                               {"Compiler Window", 4, "Ctrl+Meta+C;Ctrl+Alt+C"},
-                               {nullptr, 0, nullptr}};
-        for (const Fixed& row : fixed) {
+        for (const WindowsMenuItem& row : windowsMenuItems()) {
             if (!row.title) {
                 menu->addSeparator();
                 continue;
             }
             QAction* item = commandItem(QLatin1String(row.title), QStringLiteral("Windows"), menu);
             item->setProperty("tag", row.tag);
-            QList<QKeySequence> keys;
-            for (const QString& key : QLatin1String(row.keys).toString().split(QLatin1Char(';'), Qt::SkipEmptyParts))
-                keys.append(QKeySequence(key, QKeySequence::PortableText));
-            item->setShortcuts(keys);
+            item->setShortcuts(keysOf(row.keys));
             menu->addAction(item);
         }
         heading(menu, QStringLiteral("Classes:"));

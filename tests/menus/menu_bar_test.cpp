@@ -40,20 +40,19 @@ TEST_F(MenuBar, OnlyThePendingCommandsAreMissingAndDisabled) {
     missing.sort();
     QStringList expected = pendingActions;
     expected.sort();
-    EXPECT_EQ(missing, expected);
+    EXPECT_EQ(missing.join(" ").toStdString(), expected.join(" ").toStdString());
 }
 
 TEST_F(MenuBar, EachKeyBelongsToOneCommand) {
-    QHash<QKeySequence, QString> owners;
+    QSet<QKeySequence> seen;
     QStringList clashes;
-    for (const MenuEntry& entry : menuTable())
-        for (const QKeySequence& key : menuKeys(entry)) {
-            EXPECT_FALSE(key.isEmpty()) << entry.keys;
-            if (owners.contains(key))
-                clashes << key.toString() + ": " + owners[key] + ", " + entry.title;
-            owners.insert(key, QString::fromUtf8(entry.title));
-        }
-    EXPECT_EQ(clashes, QStringList());
+    for (const QKeySequence& key : allMenuKeys()) {
+        EXPECT_EQ(key.count(), 1) << key.toString().toStdString();
+        if (seen.contains(key))
+            clashes << key.toString();
+        seen.insert(key);
+    }
+    EXPECT_EQ(clashes.join(", ").toStdString(), "");
 }
 
 TEST_F(MenuBar, ProjectCommandsWaitForAProject) {
