@@ -10,6 +10,8 @@ struct KeyCase {
     const char* expected; // the text after typing "x" at the start and the keys
 };
 
+void PrintTo(const KeyCase& c, std::ostream* os) { *os << c.name; }
+
 class EditorKeys : public IdeFixture, public ::testing::WithParamInterface<KeyCase> {};
 
 TEST_P(EditorKeys, KeysDoWhatTheMenusSay) {
