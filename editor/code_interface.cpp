@@ -2,6 +2,7 @@
 // the status row below it.
 #include "editor/code.h"
 
+#include "editor/flow_layout.h"
 #include "editor/kltextview.h"
 
 #include <QComboBox>
@@ -28,8 +29,15 @@ void code::buildInterface() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
 
-    auto* navigatorRow = new QHBoxLayout();
+    // The navigators wrap onto a second row when the window is too narrow for one, so
+    // each shows its whole title ("Function (12)").
+    auto* navigatorBox = new QWidget(this);
+    navigatorBox->setObjectName(QStringLiteral("navigators"));
+    auto* navigatorRow = new FlowLayout(navigatorBox);
     navigatorRow->setContentsMargins(4, 2, 4, 0);
+    QSizePolicy wrapping(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    wrapping.setHeightForWidth(true);
+    navigatorBox->setSizePolicy(wrapping);
     alllist = makePopUp(this, QStringLiteral("alllist"), 90);
     sublist = makePopUp(this, QStringLiteral("sublist"), 70);
     functionlist = makePopUp(this, QStringLiteral("functionlist"), 90);
@@ -45,13 +53,12 @@ void code::buildInterface() {
         connect(navigator, &QComboBox::activated, this,
                 [this, navigator](int index) { navigatorChosen(navigator, index); });
     }
-    navigatorRow->addStretch(1);
     delegates = makePopUp(this, QStringLiteral("delegates"), 80);
     syntax = makePopUp(this, QStringLiteral("syntax"), 90);
     syntax2 = makePopUp(this, QStringLiteral("syntax2"), 90);
     syntax3 = makePopUp(this, QStringLiteral("syntax3"), 70);
     connect(delegates, &QComboBox::activated, this, &code::delegatesChosen);
-    layout->addLayout(navigatorRow);
+    layout->addWidget(navigatorBox);
 
     tabView = new QTabWidget(this);
     tabView->setObjectName(QStringLiteral("tabView"));

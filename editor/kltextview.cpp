@@ -1,5 +1,7 @@
 #include "editor/kltextview.h"
 
+#include "editor/editor_keys.h"
+
 #include "frame/runtime.h"
 
 #include "editor/kelvaro_lexer.h"
@@ -79,6 +81,8 @@ void KLTextView::configure() {
     setCallTipsStyle(CallTipsNone);
     setFolding(NoFoldStyle);
     setBraceMatching(NoBraceMatch);
+    // The menu bar's keys reach the menu bar; no key silently cuts or swaps lines.
+    leaveKeysToMenus(this);
 
     setMarginType(LineNumberMarginIndex, NumberMargin);
     setMarginLineNumbers(LineNumberMarginIndex, true);

@@ -27,6 +27,7 @@ Global::~Global() {
     delete mycode;
     delete menuBar_;
     delete Welcome;
+    delete AboutWindow; // a window of its own, made by the About command
     delete pubProject;
     delete pubEvent;
     delete bSwitchObjC;
@@ -94,18 +95,8 @@ void Global::createMainInterface() {
     Welcome = welcome;
     BuildDate = welcome->buildDateLabel();
 
-    menuBar_ = new QMenuBar();
-    QMenu* file = menuBar_->addMenu(QStringLiteral("&File"));
-    file->addAction(QStringLiteral("Open Project…"), QKeySequence::Open, this, [this] { OpenProject(); });
-    mRecentProjects = file->addMenu(QStringLiteral("Open Recent"));
-    file->addSeparator();
-    file->addAction(QStringLiteral("Save"), QKeySequence::Save, this, [this] { performUserSave(); });
-    mRecentProjects->setObjectName(QStringLiteral("mRecentProjects"));
-    QMenu* help = menuBar_->addMenu(QStringLiteral("&Help"));
-    help->addAction(QStringLiteral("Quick Start"), this, [this] { QuickStart(); });
-    help->addAction(QStringLiteral("User's Guide"), this, [this] { UsersGuide(); });
-    help->addAction(QStringLiteral("Release Notes"), this, [this] { ReleaseNotes(); });
-    help->addAction(QStringLiteral("Language Reference"), this, [this] { LanguageReference(); });
+    // The menu bar, made from the one menu table (frame/menu_table.cpp).
+    buildMenuBar();
 }
 
 QString Global::supportFolder() { return KLVR_USER_HOMEDIRECTORY() + QStringLiteral("/Library/Kelvaro"); }

@@ -306,7 +306,7 @@ public:
     // shows "Search" when there is nothing to report.
     QPointer<QLineEdit> boxedSearch;
     QPointer<QLabel> boxedSearchInfo;
-    // Makes the search field and the search shortcuts (Ctrl+F, F3, Shift+F3, Ctrl+H).
+    // Makes the search field (the menu bar owns the search keys).
     void installSearchControls();
     // The find-and-replace panel's controller, made on first use; a child of Global.
     findreplace* ibfindreplace();
@@ -391,6 +391,41 @@ public:
     Q_INVOKABLE void OpenExample(const Value& pathOrSender = Value());
     static QString examplesCopyFolder();
     // ==== end of project file operations ====
+    // ==== Menus (frame/menu_bar.cpp, frame/rebuilt_menus.cpp, frame/menu_commands.cpp) ====
+    QPointer<QWidget> AboutWindow; // the About window, made on first use
+    QMenuBar* menuBar() const { return menuBar_; }
+    // Makes the menu bar from the one menu table (frame/menu_table.cpp).
+    QMenuBar* buildMenuBar();
+    // Enables the commands that need an open project only while one is open, and the
+    // commands whose operation exists.
+    void updateMenuCommands();
+    // Before a menu opens: rebuilds it when its title is one of the rebuilt menus.
+    Q_INVOKABLE void menuNeedsUpdate(QMenu* menu);
+    void KLVR_MenuNeedsUpdate(QMenu* menu);
+    // Fills `menu` with the example projects of `folder`, groups as submenus.
+    void BuildExampleMenu(QMenu* menu, const QString& folder);
+    // A new item of the Tools menu for an application path (the caller adds it).
+    QAction* ToolMenuItem(const QString& path);
+    // A new item whose choice sends `action` to Global with the item as sender; it is
+    // disabled when Global has no such operation.
+    QAction* commandItem(const QString& title, const QString& action, QObject* parent);
+    Q_INVOKABLE void Examples(const Value& sender = Value());
+    Q_INVOKABLE void Tools(const Value& sender = Value());
+    Q_INVOKABLE void Windows(const Value& sender = Value());
+    Q_INVOKABLE void About(const Value& sender = Value());
+    Q_INVOKABLE void Plugins(const Value& sender = Value());
+    Q_INVOKABLE void OpenPreferences(const Value& sender = Value());
+    // Edit commands: on the focused line field, or else on the shown editor view.
+    Q_INVOKABLE void Undo(const Value& sender = Value());
+    Q_INVOKABLE void Redo(const Value& sender = Value());
+    Q_INVOKABLE void Cut(const Value& sender = Value());
+    Q_INVOKABLE void Copy(const Value& sender = Value());
+    Q_INVOKABLE void Paste(const Value& sender = Value());
+    Q_INVOKABLE void SelectAll(const Value& sender = Value());
+    // Closes the shown document (saved first) and quits through the main window.
+    Q_INVOKABLE void CloseDocument(const Value& sender = Value());
+    Q_INVOKABLE void Quit(const Value& sender = Value());
+    // ==== end of Menus ====
 
     // The support folder "/Library/Kelvaro" under the home folder, and a file in it.
     static QString supportFolder();

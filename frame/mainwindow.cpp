@@ -82,20 +82,6 @@ void mainwindow::Init() {
         global->compilerLogPanel->hide();
         global->runLogPanel->hide();
     }
-    // Keyboard shortcuts of the build, run and stop buttons.
-    const std::tuple<const char*, QKeySequence, const char*> shortcuts[] = {
-        {"actionBuild", QKeySequence(Qt::CTRL | Qt::Key_B), "b_build"},
-        {"actionRun", QKeySequence(Qt::CTRL | Qt::Key_R), "b_run"},
-        {"actionStop", QKeySequence(Qt::CTRL | Qt::Key_Period), "b_stop"}};
-    for (const auto& [name, keys, operation] : shortcuts) {
-        auto* action = new QAction(this);
-        action->setObjectName(QLatin1String(name));
-        action->setShortcut(keys);
-        action->setShortcutContext(Qt::WindowShortcut);
-        const QString target = QLatin1String(operation);
-        connect(action, &QAction::triggered, this, [this, target] { klvrInvoke(this, target, Value()); });
-        addAction(action);
-    }
 }
 
 QWidget* mainwindow::fixedView(const QString& name, QWidget* content, int width) {
@@ -105,6 +91,16 @@ QWidget* mainwindow::fixedView(const QString& name, QWidget* content, int width)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(content);
     view->setFixedWidth(width);
+    return view;
+}
+
+// A pop-up's view keeps its width as the least, and grows (up to twice that) to room
+// for a title of `characters` ("NSObject" needs more than 80 pixels in most fonts).
+static QWidget* titledView(QWidget* view, QComboBox* popUp, int characters) {
+    view->setMaximumWidth(2 * view->minimumWidth());
+    popUp->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    popUp->setMinimumContentsLength(characters);
+    view->setMinimumWidth(qBound(view->minimumWidth(), popUp->sizeHint().width(), view->maximumWidth()));
     return view;
 }
 
@@ -143,19 +139,21 @@ QAction* mainwindow::KLVR_ToolbarItem(const QString& identifier) {
     if (identifier == QLatin1String("ti_project")) {
         global->pubProject->setParent(nullptr); // the previous view must not take it along
         global->pubProject->setFrame(false);
-        ti_project->setDefaultWidget(fixedView(QStringLiteral("v_project"), global->pubProject, 150));
+        ti_project->setDefaultWidget(titledView(fixedView(QStringLiteral("v_project"), global->pubProject, 150),
+                                                global->pubProject, 16));
         return ti_project;
     }
     if (identifier == QLatin1String("ti_event")) {
         global->pubEvent->setParent(nullptr);
         global->pubEvent->setFrame(false);
-        ti_event->setDefaultWidget(fixedView(QStringLiteral("v_event"), global->pubEvent, 80));
+        ti_event->setDefaultWidget(titledView(fixedView(QStringLiteral("v_event"), global->pubEvent, 80),
+                                              global->pubEvent, 10));
         return ti_event;
     }
     if (identifier == QLatin1String("ti_filesearch")) {
         auto* item = new QWidgetAction(this);
         item->setObjectName(QStringLiteral("ti_filesearch"));
-        boxedSearchFile->setMinimumWidth(180);
+        boxedSearchFile->setMinimumWidth(120); // gives way first in a narrow window
         boxedSearchFile->setMaximumWidth(300);
         item->setDefaultWidget(boxedSearchFile);
         return item;
@@ -167,6 +165,8 @@ void mainwindow::setProjectItemsVisible(bool visible) {
     for (QWidgetAction* item : {ti_project.data(), ti_event.data(), ti_projecticon.data()})
         if (item)
             item->setVisible(visible);
+    // The menu commands that need a project follow it.
+    Global::sharedGlobal()->updateMenuCommands();
 }
 
 void mainwindow::setStyleMask(qint64 mask) {

@@ -14,8 +14,6 @@ void showPanel(QWidget* window) {
 }
 } // namespace
 
-#include <QShortcut>
-
 findreplacefile* Global::ibfindreplacefile() {
     if (!projectSearch_)
         projectSearch_ = new findreplacefile(this);
@@ -77,16 +75,6 @@ void Global::installSearchControls() {
     mycode->insertBesideLine(boxedSearchInfo);
     mycode->insertBesideLine(boxedSearch);
     connect(boxedSearch, &QLineEdit::returnPressed, this, [this] { boxedSearchPerform(); });
-    // Until a menu bar holds these commands, the code pane answers their keys.
-    const std::pair<QKeySequence, void (Global::*)(const Value&)> keys[] = {
-        {QKeySequence(QStringLiteral("Ctrl+F")), &Global::FindReplace},
-        {QKeySequence(QStringLiteral("Ctrl+H")), &Global::FindReplace},
-        {QKeySequence(QStringLiteral("F3")), &Global::FindNext},
-        {QKeySequence(QStringLiteral("Shift+F3")), &Global::boxedSearchPrevious}};
-    for (const auto& [key, command] : keys) {
-        auto* shortcut = new QShortcut(key, mycode);
-        connect(shortcut, &QShortcut::activated, this, [this, command] { (this->*command)(Value()); });
-    }
 }
 
 findreplace* Global::ibfindreplace() {
