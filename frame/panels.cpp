@@ -76,6 +76,17 @@ QStringList openResult;
 
 } // namespace
 
+QString PanelService::savePanel(const QString& title, const QString& suggestedPath, const QString& type) {
+    QFileDialog dialog(QApplication::activeWindow(), title, suggestedPath);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(type);
+    dialog.setNameFilter(QStringLiteral("*.") + type);
+    dialog.selectFile(suggestedPath);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return QString();
+    return dialog.selectedFiles().first();
+}
+
 PanelService& panels() {
     QMutexLocker guard(&serviceMutex);
     return *current();

@@ -29,6 +29,9 @@ public:
     // A question with its answers as buttons (the first is the default); the index of
     // the answer chosen, or -1 when the panel was dismissed without one.
     virtual int question(const QString& title, const QString& text, const QStringList& answers) = 0;
+    // A save panel starting at `suggestedPath`, for a file of the extension `type`;
+    // the chosen path, "" when cancelled. It asks before an existing file is replaced.
+    virtual QString savePanel(const QString& title, const QString& suggestedPath, const QString& type);
 };
 
 // The service in use; Qt dialogs unless another one was installed.

@@ -42,6 +42,16 @@ QStringList ScriptedPanels::openPanel(const OpenPanelRequest& request) {
     return answer;
 }
 
+QString ScriptedPanels::savePanel(const QString& title, const QString& suggestedPath, const QString&) {
+    std::lock_guard guard(mutex_);
+    shown_.push_back({QStringLiteral("save"), title, suggestedPath});
+    if (opens_.empty())
+        return {};
+    const QStringList answer = opens_.front();
+    opens_.pop_front();
+    return answer.value(0);
+}
+
 int ScriptedPanels::question(const QString& title, const QString& text, const QStringList& answers) {
     std::lock_guard guard(mutex_);
     shown_.push_back({QStringLiteral("question"), title, text + QStringLiteral("\n[") + answers.join(QLatin1Char('|')) + QLatin1Char(']')});
