@@ -29,6 +29,7 @@ const CommandCase commandCases[] = {
     {"ShiftLeftButtonLastLine", "b_shiftleft", "a\n\tb", 3, 3, "a\nb"},
     {"UpperCaseSelection", "ToUpperCase", "stra\xc3\x9f" "e dim", 0, 6, "STRASSE dim"},
     {"LowerCaseLastLineWithoutSelection", "ToLowerCase", "A\nB\xc3\x89", 2, 2, "A\nb\xc3\xa9"},
+    {"UpperCaseKeepsWhatWindows1252CannotHold", "ToUpperCase", "\xb5\xe9 \xff", 0, 4, "\xb5\xc9 \x9f"},
     {"LowerCaseCrlfSelection", "ToLowerCase", "AB\r\nCD\r\n", 1, 5, "Ab\r\ncD\r\n"},
     {"AutoFormatWholeText", "AutoFormat", "Sub S()\nx = 1\nIf x Then\ny\nEnd If\nEnd Sub",
      0, 0, "Sub S()\n  x = 1\n  If x Then\n    y\n  End If\nEnd Sub"},
