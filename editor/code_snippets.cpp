@@ -8,7 +8,7 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QHBoxLayout>
-#include <QPushButton>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 void code::buildSnippetControls() {
@@ -20,25 +20,36 @@ void code::buildSnippetControls() {
     auto* row = new QHBoxLayout();
     row->setContentsMargins(4, 0, 4, 0);
     row->setSpacing(2);
-    auto addButton = [this, row](const QString& title, void (code::*action)(const Value&)) {
-        auto* button = new QPushButton(title, this);
-        button->setObjectName(QStringLiteral("shortcut_") + title);
-        button->setFlat(true);
+    QFont small = font();
+    small.setPointSizeF(small.pointSizeF() * 0.9);
+    auto addButton = [this, row, &small](const QString& name, const QString& title, const QString& tip,
+                                         void (code::*action)(const Value&)) {
+        auto* button = new QToolButton(this);
+        button->setObjectName(name);
+        button->setText(title);
+        button->setToolTip(tip);
+        button->setAutoRaise(true);
+        button->setFont(small);
         button->setFocusPolicy(Qt::NoFocus);
-        button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-        connect(button, &QPushButton::clicked, this,
+        connect(button, &QToolButton::clicked, this,
                 [this, button, action] { (this->*action)(Value(static_cast<QObject*>(button))); });
         row->addWidget(button);
-        return button;
     };
     for (const char* word : {"Declare", "Exception", "Array", "Dictionary", "Integer", "Boolean", "String", "id",
-                             "Double", "Nil"})
-        addButton(QString::fromLatin1(word), &code::performShortcut);
+                             "Double", "Nil"}) {
+        const QString title = QString::fromLatin1(word);
+        addButton(QStringLiteral("shortcut_") + title, title, QStringLiteral("Insert ") + snippets::shortcutFor(title),
+                  &code::performShortcut);
+    }
     row->addStretch(1);
-    addButton(QStringLiteral("Comment"), &code::b_comment)->setObjectName(QStringLiteral("b_comment"));
-    addButton(QStringLiteral("Uncomment"), &code::b_uncomment)->setObjectName(QStringLiteral("b_uncomment"));
-    addButton(QStringLiteral("Shift Left"), &code::b_shiftleft)->setObjectName(QStringLiteral("b_shiftleft"));
-    addButton(QStringLiteral("Shift Right"), &code::b_shiftright)->setObjectName(QStringLiteral("b_shiftright"));
+    addButton(QStringLiteral("b_comment"), QStringLiteral("Comment"), QStringLiteral("Comment the selected lines"),
+              &code::b_comment);
+    addButton(QStringLiteral("b_uncomment"), QStringLiteral("Uncomment"),
+              QStringLiteral("Uncomment the selected lines"), &code::b_uncomment);
+    addButton(QStringLiteral("b_shiftleft"), QStringLiteral("\u21e4"), QStringLiteral("Shift the selected lines left"),
+              &code::b_shiftleft);
+    addButton(QStringLiteral("b_shiftright"), QStringLiteral("\u21e5"),
+              QStringLiteral("Shift the selected lines right"), &code::b_shiftright);
     static_cast<QVBoxLayout*>(layout())->insertLayout(1, row);
 }
 
