@@ -80,6 +80,18 @@ public:
     // Number of re-scans started (for the status of background work).
     bool isScanning() const { return btUpdateTimer; }
 
+    // ---- Snippets, shortcut words and line buttons (editor/code_snippets.cpp) ----
+    void buildSnippetControls();
+    // Inserts the template of the chosen item of `syntax`, `syntax2` or `syntax3`, then
+    // shows the pop-up's title again.
+    void snippetChosen(QComboBox* popUp, int index);
+    // The sender is a button; its title decides what is inserted.
+    Q_INVOKABLE void performShortcut(const Value& sender);
+    Q_INVOKABLE void b_comment(const Value& sender = Value());
+    Q_INVOKABLE void b_uncomment(const Value& sender = Value());
+    Q_INVOKABLE void b_shiftleft(const Value& sender = Value());
+    Q_INVOKABLE void b_shiftright(const Value& sender = Value());
+
 signals:
     // A background re-scan finished and the navigators were refilled.
     void codeInsightUpdated();

@@ -104,6 +104,7 @@ void code::buildInterface() {
     statusRow->addWidget(progress);
     statusRow->addWidget(line);
     layout->addLayout(statusRow);
+    buildSnippetControls();
 }
 
 void code::insertBesideLine(QWidget* widget) { statusRow_->insertWidget(statusRow_->indexOf(line), widget); }

@@ -68,6 +68,6 @@ void code::navigatorChosen(QComboBox* navigator, int index) {
 void code::delegatesChosen(int index) {
     KLVR_TRACE("delegates");
     if (delegates->itemText(index) == QLatin1String("TableView") && SomeDocumentOpened())
-        currentView()->replaceSelectedText(currentView()->toDocumentLineEnds(QStringLiteral("TableView delegates todo2")));
+        currentView()->replaceSelectionAsOneStep(QStringLiteral("TableView delegates todo2"));
     delegates->setCurrentIndex(0);
 }

@@ -34,6 +34,7 @@
 #include <Qsci/qsciscintilla.h>
 
 #include "editor/document_file.h"
+#include "editor/page_renderer.h"
 
 #include <functional>
 #include <future>
@@ -192,11 +193,20 @@ public:
     bool findReplaceFind(const QString& find, const QString& replacement);
     qint64 findReplaceAll(const QString& find, const QString& replacement);
 
-    // ---- printing ----
-    // The heading printed above the text.
-    static QString printHeading(const QString& projectName, const QString& className);
-    bool printTo(QPrinter& printer, const QString& projectName, const QString& className);
+    // ---- printing (editor/kltextview_print.cpp, pages by editor/page_renderer.*) ----
+    // The lines with the lexer's styles and colours, under the two titles.
+    page_renderer::Document printDocument(const QString& projectTitle, const QString& fileTitle);
+    bool printTo(QPrinter& printer, const QString& projectTitle, const QString& fileTitle);
+    // Writes the same pages as a PDF file; false with the reason.
+    bool exportPdf(const QString& path, const QString& projectTitle, const QString& fileTitle, QString* error);
     bool printShowingPrintPanel(const QString& projectName, const QString& className, bool showPanel);
+
+    // ---- insertions of the editing commands (editor/kltextview_insert.cpp) ----
+    // Puts text in place of the selection (at the cursor when none) as one undo step,
+    // its line breaks in the document's style and only what the file's encoding can
+    // hold; the cursor ends after it. A read-only view changes nothing and says so
+    // (readOnlyEditAttempted); false then.
+    bool replaceSelectionAsOneStep(const QString& text);
 
     // ---- completion ----
     // Asks the owner for candidates for the word before the cursor and shows them: on

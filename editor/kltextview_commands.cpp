@@ -68,32 +68,49 @@ void KLTextView::shiftRightLines() {
     transformSelectedLines(&line_commands::shiftRight);
 }
 
+namespace {
+// Qt's case mapping (full Unicode: "ß" becomes "SS"), character by character where the
+// file's encoding cannot hold a converted character: that one stays as it was (in a
+// Windows-1252 file "µ" has no upper case the file can hold).
+QString convertCase(const QString& text, bool upper, TextEncoding encoding) {
+    auto convert = [upper](const QString& t) { return upper ? t.toUpper() : t.toLower(); };
+    const QString whole = convert(text);
+    if (document_file::unencodable(whole, encoding).isEmpty())
+        return whole;
+    QString out;
+    for (qsizetype i = 0; i < text.size();) {
+        const qsizetype n = text[i].isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
+        const QString original = text.mid(i, n);
+        const QString converted = convert(original);
+        out += document_file::unencodable(converted, encoding).isEmpty() ? converted : original;
+        i += n;
+    }
+    return out;
+}
+} // namespace
+
 void KLTextView::changeCase(bool upper) {
-    auto convert = [upper](const QString& text) { return upper ? text.toUpper() : text.toLower(); };
     if (SendScintilla(SCI_GETSELECTIONEMPTY)) {
-        if (upper)
-            transformSelectedLines([](const QStringList& lines) {
-                QStringList out;
-                for (const QString& l : lines)
-                    out << l.toUpper();
-                return out;
-            });
-        else
-            transformSelectedLines([](const QStringList& lines) {
-                QStringList out;
-                for (const QString& l : lines)
-                    out << l.toLower();
-                return out;
-            });
+        // Without a selection, the cursor's line.
+        const auto [first, last] = selectedLines();
+        QStringList lines;
+        for (qint64 l = first; l <= last; ++l)
+            lines << lineText(l);
+        QStringList converted;
+        for (const QString& l : lines)
+            converted << convertCase(l, upper, encoding_);
+        replaceLines(first, lines, converted);
+        SendScintilla(SCI_SETSEL, SendScintilla(SCI_POSITIONFROMLINE, long(first)),
+                      SendScintilla(SCI_GETLINEENDPOSITION, long(last)));
         return;
     }
-    // Qt's case mapping (full Unicode: "ß" becomes "SS"); the new text stays selected.
+    // The new text stays selected.
     const long start = SendScintilla(SCI_GETSELECTIONSTART);
     const long end = SendScintilla(SCI_GETSELECTIONEND);
     QByteArray bytes(end - start + 1, '\0');
     SendScintilla(SCI_GETTEXTRANGE, start, end, bytes.data());
     bytes.chop(1);
-    const QByteArray converted = convert(QString::fromUtf8(bytes)).toUtf8();
+    const QByteArray converted = convertCase(QString::fromUtf8(bytes), upper, encoding_).toUtf8();
     if (converted == bytes)
         return;
     SendScintilla(SCI_SETTARGETRANGE, start, end);

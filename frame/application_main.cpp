@@ -3,6 +3,7 @@
 // KLVR_Application and the start-up.
 #include "frame/application_main.h"
 
+#include "editor/pdf_command.h"
 #include "frame/global.h"
 #include "frame/klvr_application.h"
 #include "frame/startup_options.h"
@@ -20,6 +21,9 @@ int kelvaroMain(int argc, char** argv) {
     if (isScannerCommand(args))
         return runScannerCommand(args);
     // -- end of commands that need no window --
+    // A printout as PDF: on the offscreen platform, without the start-up.
+    if (isPdfCommand(args))
+        return runPdfCommand(argc, argv, args);
 
     StartupOptions options = StartupOptions::parse(args);
     if (!options.error.isEmpty())

@@ -426,6 +426,34 @@ public:
     Q_INVOKABLE void CloseDocument(const Value& sender = Value());
     Q_INVOKABLE void Quit(const Value& sender = Value());
     // ==== end of Menus ====
+    // ---- Editing commands, zoom and printing (editor/editing_actions.cpp) ----
+    // Each acts on the shown document's editor view and is one undo step; without a
+    // shown document it does nothing, and a read-only one says so as typing does.
+    Q_INVOKABLE void Comment(const Value& sender = Value());
+    Q_INVOKABLE void Uncomment(const Value& sender = Value());
+    Q_INVOKABLE void ShiftLeft(const Value& sender = Value());
+    Q_INVOKABLE void ShiftRight(const Value& sender = Value());
+    Q_INVOKABLE void global_comment();
+    Q_INVOKABLE void global_uncomment();
+    Q_INVOKABLE void global_shiftleft();
+    Q_INVOKABLE void global_shiftright();
+    Q_INVOKABLE void ToLowerCase(const Value& sender = Value());
+    Q_INVOKABLE void ToUpperCase(const Value& sender = Value());
+    Q_INVOKABLE void AutoFormat(const Value& sender = Value());
+    // CurrentFontSize one up, back to 10, one down (not below 4); the shown view takes
+    // it and the size file keeps it for the next start.
+    Q_INVOKABLE void ZoomBigger(const Value& sender = Value());
+    Q_INVOKABLE void ZoomNormal(const Value& sender = Value());
+    Q_INVOKABLE void ZoomSmaller(const Value& sender = Value());
+    // Prints the shown document after the print panel; "Export as PDF…" writes the same
+    // pages to a file chosen in a save panel.
+    Q_INVOKABLE void PrintIt(const Value& sender = Value());
+    Q_INVOKABLE void ExportPdf(const Value& sender = Value());
+    // The shown document's editor view, or nullptr when no document is shown. With
+    // `toChange`, also nullptr for a read-only document, which then says so.
+    KLTextView* editableView(bool toChange = true);
+    // The project's title in a printout: the project folder's name.
+    QString printProjectTitle(const QString& documentPath) const;
 
     // The support folder "/Library/Kelvaro" under the home folder, and a file in it.
     static QString supportFolder();

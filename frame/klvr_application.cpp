@@ -51,6 +51,8 @@ public:
         return std::nullopt;
     }
     QStringList openPanel(const OpenPanelRequest&) override { return {}; }
+    QString savePanel(const QString&, const QString&, const QString&) override { return {}; }
+    bool printPanel(QPrinter&, QWidget*) override { return false; }
     int question(const QString& title, const QString& text, const QStringList&) override {
         messageBox(title, text);
         return -1;

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QPrintDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QMutex>
@@ -75,6 +76,22 @@ OpenPanelRequest openRequest;
 QStringList openResult;
 
 } // namespace
+
+QString PanelService::savePanel(const QString& title, const QString& suggestedPath, const QString& type) {
+    QFileDialog dialog(QApplication::activeWindow(), title, suggestedPath);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(type);
+    dialog.setNameFilter(QStringLiteral("*.") + type);
+    dialog.selectFile(suggestedPath);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return QString();
+    return dialog.selectedFiles().first();
+}
+
+bool PanelService::printPanel(QPrinter& printer, QWidget* parent) {
+    QPrintDialog dialog(&printer, parent);
+    return dialog.exec() == QDialog::Accepted;
+}
 
 PanelService& panels() {
     QMutexLocker guard(&serviceMutex);

@@ -16,6 +16,9 @@ struct OpenPanelRequest {
     QString directory;  // folder shown first
 };
 
+class QPrinter;
+class QWidget;
+
 class PanelService {
 public:
     virtual ~PanelService() = default;
@@ -29,6 +32,11 @@ public:
     // A question with its answers as buttons (the first is the default); the index of
     // the answer chosen, or -1 when the panel was dismissed without one.
     virtual int question(const QString& title, const QString& text, const QStringList& answers) = 0;
+    // A save panel starting at `suggestedPath`, for a file of the extension `type`;
+    // the chosen path, "" when cancelled. It asks before an existing file is replaced.
+    virtual QString savePanel(const QString& title, const QString& suggestedPath, const QString& type);
+    // The print panel for `printer`; true when the user chose to print.
+    virtual bool printPanel(QPrinter& printer, QWidget* parent);
 };
 
 // The service in use; Qt dialogs unless another one was installed.

@@ -45,6 +45,7 @@ int StartupOptions::printUsage(const QString& error) {
                  "       kelvaro --screenshot FILE.png [PROJECT_FOLDER]\n"
                  "       kelvaro --build PROJECT_FOLDER\n"
                  "       kelvaro --run PROJECT_FOLDER\n"
+                 "       kelvaro --pdf OUT.pdf FILE.klvr\n"
                  "       kelvaro --scan FILE...\n"
                  "       kelvaro --tags FOLDER\n",
                  error.toLocal8Bit().constData());

@@ -3,9 +3,7 @@
 #include "editor_test_owner.h"
 #include "editor_test_texts.h"
 
-#include <QTemporaryDir>
 #include <QTest>
-#include <Qsci/qsciprinter.h>
 #include <gtest/gtest.h>
 
 using editor_test::RecordingOwner;
@@ -110,21 +108,4 @@ TEST(KLTextViewCompletion, ShowsFilteredListAndInsertsTheChoice) {
     v.showCompletion();
     EXPECT_FALSE(v.isListActive());
     EXPECT_TRUE(v.shownCompletions().isEmpty());
-}
-
-TEST(KLTextViewPrint, PrintsAllPagesWithTheHeading) {
-    QTemporaryDir dir;
-    KLTextView v;
-    setBytes(v, editor_test::generatedText(300));
-    QsciPrinter printer;
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(dir.filePath("out.pdf"));
-    EXPECT_EQ(KLTextView::printHeading("Demo", "Global"), QStringLiteral("Demo - Global"));
-    ASSERT_TRUE(v.printTo(printer, "Demo", "Global"));
-    QFile pdf(dir.filePath("out.pdf"));
-    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
-    const QByteArray bytes = pdf.readAll();
-    EXPECT_TRUE(bytes.startsWith("%PDF"));
-    // 300 lines do not fit on one page.
-    EXPECT_GE(bytes.count("/Type /Page\n") + bytes.count("/Type /Page\r") + bytes.count("/Type /Page "), 2);
 }

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QPrinter>
 #include <QThread>
 #include <cstdlib>
 
@@ -40,6 +41,22 @@ QStringList ScriptedPanels::openPanel(const OpenPanelRequest& request) {
     QStringList answer = opens_.front();
     opens_.pop_front();
     return answer;
+}
+
+QString ScriptedPanels::savePanel(const QString& title, const QString& suggestedPath, const QString&) {
+    std::lock_guard guard(mutex_);
+    shown_.push_back({QStringLiteral("save"), title, suggestedPath});
+    if (opens_.empty())
+        return {};
+    const QStringList answer = opens_.front();
+    opens_.pop_front();
+    return answer.value(0);
+}
+
+bool ScriptedPanels::printPanel(QPrinter& printer, QWidget*) {
+    std::lock_guard guard(mutex_);
+    shown_.push_back({QStringLiteral("print"), printer.docName(), QString()});
+    return false;
 }
 
 int ScriptedPanels::question(const QString& title, const QString& text, const QStringList& answers) {

@@ -32,6 +32,11 @@ public:
     // Answers with the queued answer's index (-1 when it is not among the answers or
     // nothing is queued).
     int question(const QString& title, const QString& text, const QStringList& answers) override;
+    // A save panel ("save", title, suggested path) answers with the first path of the
+    // next queued open answer ("" when none is queued).
+    QString savePanel(const QString& title, const QString& suggestedPath, const QString& type) override;
+    // A print panel ("print", the printer's document name) is cancelled.
+    bool printPanel(QPrinter& printer, QWidget* parent) override;
 
     void queueInput(std::optional<QString> answer);
     void queueOpen(QStringList paths);
