@@ -217,6 +217,33 @@ std::optional<Diagnostic> runLoaded(const LoadedProject& loaded, const std::vect
 
 }  // namespace
 
+namespace {
+
+// Checks the file `index` of a loaded project; returns its line count, or sets `error`.
+std::size_t checkLoadedFile(const LoadedProject& loaded, const std::vector<std::string>& sources, std::size_t index,
+                            const Vocabulary& vocabulary, std::optional<Diagnostic>& error) {
+    const std::string& name = sources[index];
+    const auto& text = loaded.texts[index];
+    if (!text) {
+        error = Diagnostic{loaded.readErrors[index], 1, name};
+        return 0;
+    }
+    CompileContext context;
+    context.vocabulary = &vocabulary;
+    context.projectClasses = &loaded.classes;
+    context.global = &loaded.shapes.at("global");
+    context.superclass = loaded.superclassOf(name);
+    context.classes = &loaded.shapes;
+    try {
+        compileClass(*text, name, context);
+    } catch (const LanguageError& failure) {
+        error = failure.diagnostic;
+    }
+    return countLines(*text);
+}
+
+}  // namespace
+
 CheckSummary checkProject(const fs::path& project, const std::vector<std::string>& sources, const Vocabulary& vocabulary) {
     CheckSummary summary;
     if (sources.empty() || !endsWith(sources.front(), kGlobalFileName)) {
@@ -224,28 +251,10 @@ CheckSummary checkProject(const fs::path& project, const std::vector<std::string
         return summary;
     }
     const LoadedProject loaded = loadProject(project, sources);
-    const ClassShape* globalShape = &loaded.shapes.at("global");
 
     // Checks one file; returns its line count, or sets `error`.
     const auto checkOne = [&](std::size_t index, std::optional<Diagnostic>& error) -> std::size_t {
-        const std::string& name = sources[index];
-        const auto& text = loaded.texts[index];
-        if (!text) {
-            error = Diagnostic{loaded.readErrors[index], 1, name};
-            return 0;
-        }
-        CompileContext context;
-        context.vocabulary = &vocabulary;
-        context.projectClasses = &loaded.classes;
-        context.global = globalShape;
-        context.superclass = loaded.superclassOf(name);
-        context.classes = &loaded.shapes;
-        try {
-            compileClass(*text, name, context);
-        } catch (const LanguageError& failure) {
-            error = failure.diagnostic;
-        }
-        return countLines(*text);
+        return checkLoadedFile(loaded, sources, index, vocabulary, error);
     };
 
     // The Global file first.
@@ -323,6 +332,27 @@ std::optional<Diagnostic> runSources(const std::vector<SourceText>& files, Inter
     }
     shapeProject(project, sources);
     return runLoaded(project, sources, std::move(options));
+}
+
+std::optional<Diagnostic> checkSourceOf(const std::vector<SourceText>& files, std::size_t index,
+                                        const Vocabulary& vocabulary) {
+    if (files.empty() || files.front().name != kGlobalFileName)
+        return Diagnostic{std::string(kGlobalFileName) + " missing", 1, kGlobalFileName};
+    if (index >= files.size())
+        return std::nullopt;
+    LoadedProject project;
+    std::vector<std::string> sources;
+    for (const SourceText& file : files) {
+        sources.push_back(file.name);
+        project.texts.emplace_back(file.text);
+        project.readErrors.emplace_back();
+    }
+    shapeProject(project, sources);
+    std::optional<Diagnostic> error;
+    checkLoadedFile(project, sources, index, vocabulary, error);
+    if (!error && project.error && project.error->file == files[index].name)
+        error = project.error;
+    return error;
 }
 
 std::string buildApplication(const fs::path& project, const std::vector<std::string>& sources, const fs::path& runner,

@@ -53,6 +53,11 @@ struct SourceText {
 // Runs a program given as texts, the Global file first (the fuzzer's way in).
 std::optional<Diagnostic> runSources(const std::vector<SourceText>& files, Interpreter::Options options);
 
+// Checks the file `index` of `files` (the Global file first) as the project's check
+// checks it: against the shapes of all the files and the vocabulary. Its first error.
+std::optional<Diagnostic> checkSourceOf(const std::vector<SourceText>& files, std::size_t index,
+                                        const Vocabulary& vocabulary);
+
 // Writes PROJECT/build/<configuration>/N.app: Contents/MacOS/N is a copy of the
 // runner, Contents/Resources holds the sources. Returns an error text or "".
 std::string buildApplication(const std::filesystem::path& project, const std::vector<std::string>& sources,

@@ -1,0 +1,135 @@
+// The real server given input no client would send: each case's bytes, the error the
+// server must answer with (none for 0), and a request after it that must still be
+// answered, so the server neither crashed nor lost its place in the input.
+#include "server_process.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct BadInput {
+    const char* name;
+    bool initialized;
+    QByteArray bytes;
+    int expectedError; // 0: no answer expected
+};
+
+QByteArray framedText(const QByteArray& body) {
+    return "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
+}
+
+class RawProtocol : public ::testing::TestWithParam<BadInput> {};
+
+TEST_P(RawProtocol, AnswersAndGoesOn) {
+    const BadInput& input = GetParam();
+    QTemporaryDir folder;
+    ServerProcess server;
+    if (input.initialized) {
+        ASSERT_TRUE(server.initialize(folder.path()).contains("result"));
+    }
+    server.write(input.bytes);
+    if (input.expectedError != 0) {
+        const QJsonObject answer = server.response();
+        EXPECT_EQ(answer["error"]["code"].toInt(), input.expectedError) << qPrintable(answer.isEmpty() ? "no answer" : "");
+    }
+    server.send(ServerProcess::request(99, "workspace/symbol", {{"query", "x"}}));
+    const QJsonObject after = server.response();
+    EXPECT_EQ(after["id"].toInt(), 99);
+    EXPECT_EQ(server.endInput(), 0);
+}
+
+// The length covers only the start of the body; the rest reads as garbage before the
+// next header.
+const QByteArray cut =
+    QByteArray("Content-Length: 9\r\n\r\n") + R"({"jsonrpc":"2.0","id":5,"method":"workspace/symbol","params":{}})";
+
+INSTANTIATE_TEST_SUITE_P(
+    Lsp, RawProtocol,
+    ::testing::Values(
+        BadInput{"MalformedJson", true, framedText("{\"jsonrpc\":\"2.0\",\"id\":"), -32700},
+        BadInput{"NotAnObject", true, framedText("[1,2,3]"), -32700},
+        BadInput{"MissingContentLength", true, "Content-Type: application/json\r\n\r\n{}", -32700},
+        BadInput{"ContentLengthNotANumber", true, "Content-Length: -x7\r\n\r\n", -32700},
+        BadInput{"ContentLengthTooShort", true, cut, -32700},
+        BadInput{"UnknownRequest", true,
+                 ServerProcess::framed(ServerProcess::request(3, "kelvaro/nothing")), -32601},
+        BadInput{"UnknownNotification", true, ServerProcess::framed(ServerProcess::notification("kelvaro/nothing")), 0},
+        BadInput{"RequestBeforeInitialize", false,
+                 ServerProcess::framed(ServerProcess::request(3, "textDocument/hover")), -32002},
+        BadInput{"CancelledRequest", true,
+                 ServerProcess::framed(ServerProcess::request(7, "workspace/symbol", {{"query", ""}})) +
+                     ServerProcess::framed(ServerProcess::notification("$/cancelRequest", {{"id", 7}})),
+                 -32800},
+        BadInput{"ChangeOfUnknownDocument", true,
+                 ServerProcess::framed(ServerProcess::notification(
+                     "textDocument/didChange",
+                     {{"textDocument", QJsonObject{{"uri", "file:///nowhere/A.NSObject.klvr"}}},
+                      {"contentChanges", QJsonArray{QJsonObject{{"text", "x"}}}}})),
+                 0}),
+    [](const ::testing::TestParamInfo<BadInput>& info) { return std::string(info.param.name); });
+
+// How the process ends: the exit status after each way of ending the input.
+struct Ending {
+    const char* name;
+    QByteArray bytes;
+    int status;
+};
+
+class ServerEnding : public ::testing::TestWithParam<Ending> {};
+
+TEST_P(ServerEnding, EndsWithStatus) {
+    QTemporaryDir folder;
+    ServerProcess server;
+    ASSERT_TRUE(server.initialize(folder.path()).contains("result"));
+    server.write(GetParam().bytes);
+    EXPECT_EQ(server.endInput(), GetParam().status);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lsp, ServerEnding,
+    ::testing::Values(
+        Ending{"EndOfInput", "", 0},
+        Ending{"HeaderWithoutBody", "Content-Length: 100\r\n\r\n{\"jso", 0},
+        Ending{"HalfAHeader", "Content-Len", 0},
+        Ending{"ShutdownThenExit",
+               ServerProcess::framed(ServerProcess::request(2, "shutdown")) +
+                   ServerProcess::framed(ServerProcess::notification("exit")),
+               0},
+        Ending{"ExitWithoutShutdown", ServerProcess::framed(ServerProcess::notification("exit")), 1}),
+    [](const ::testing::TestParamInfo<Ending>& info) { return std::string(info.param.name); });
+
+// A document of 50 MB is taken whole, and a change past its end lands at its end.
+TEST(LspLargeDocument, FiftyMegabytesThenAChangePastTheEnd) {
+    QTemporaryDir folder;
+    ServerProcess server;
+    ASSERT_TRUE(server.initialize(folder.path()).contains("result"));
+    const QString uri = QUrl::fromLocalFile(folder.path() + "/Big.NSObject.klvr").toString();
+    QString text;
+    const QString line = QStringLiteral("' ") + QString(98, QLatin1Char('x')) + QLatin1Char('\n');
+    text.reserve(50 << 20);
+    while (text.size() < (50 << 20))
+        text += line;
+    server.send(ServerProcess::notification(
+        "textDocument/didOpen",
+        {{"textDocument", QJsonObject{{"uri", uri}, {"languageId", "kelvaro"}, {"version", 1}, {"text", text}}}}));
+    const QJsonObject far{{"line", 10'000'000}, {"character", 5}};
+    server.send(ServerProcess::notification(
+        "textDocument/didChange",
+        {{"textDocument", QJsonObject{{"uri", uri}, {"version", 2}}},
+         {"contentChanges", QJsonArray{QJsonObject{{"range", QJsonObject{{"start", far}, {"end", far}}},
+                                                   {"text", "Dim zed As Integer\n"}}}}}));
+    const int lastLine = int(text.size() / line.size());
+    server.send(ServerProcess::request(4, "textDocument/hover",
+                                       {{"textDocument", QJsonObject{{"uri", uri}}},
+                                        {"position", QJsonObject{{"line", lastLine}, {"character", 5}}}}));
+    const QJsonObject answer = server.response(60000);
+    EXPECT_TRUE(answer["result"]["contents"]["value"].toString().contains("Dim zed As Integer"))
+        << QJsonDocument(answer).toJson().left(500).constData();
+    EXPECT_EQ(server.endInput(60000), 0);
+}
+
+} // namespace
