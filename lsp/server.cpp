@@ -5,12 +5,25 @@
 #include "lsp/protocol.h"
 #include "insight/source_text.h"
 
+#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
+
+#include <cstdio>
+#include <cstdlib>
 
 namespace lsp {
 
 namespace {
+
+// With KELVARO_LSP_TIMING set, the time each message took the server goes to standard
+// error as "method microseconds", for measurements.
+const bool timing = std::getenv("KELVARO_LSP_TIMING") != nullptr;
+
+void reportTime(const QString& what, const QElapsedTimer& clock) {
+    if (timing)
+        std::fprintf(stderr, "%s %lld\n", qPrintable(what), static_cast<long long>(clock.nsecsElapsed() / 1000));
+}
 
 QString idKey(const QJsonValue& id) { return QString::fromUtf8(QJsonDocument(QJsonArray{id}).toJson(QJsonDocument::Compact)); }
 
@@ -83,7 +96,11 @@ void Server::handle(const ReaderEvent& event) {
                                                                         : QStringLiteral("not a JSON object"));
         return;
     }
-    handleMessage(document.object());
+    QElapsedTimer clock;
+    clock.start();
+    const QJsonObject message = document.object();
+    handleMessage(message);
+    reportTime(message.value(QLatin1String("method")).toString(), clock);
 }
 
 void Server::handleMessage(const QJsonObject& message) {
@@ -145,6 +162,7 @@ QJsonValue Server::initialize(const QJsonObject& params) {
         checker_ = std::make_unique<DocumentChecker>(resourcesDir_);
     }
     workspace_.openFolder(folder);
+    checker_->prepare(workspace_);
     initialized_ = true;
     const QJsonObject sync{{QStringLiteral("openClose"), true},
                            {QStringLiteral("change"), 2},
@@ -193,6 +211,8 @@ void Server::didChange(const QJsonObject& params) {
 void Server::didClose(const QJsonObject& params) {
     const QString path = pathOfUri(uriOf(params));
     workspace_.closeDocument(path);
+    if (checker_)
+        checker_->closed(path);
     if (QTimer* timer = diagnosticsTimers_.take(path))
         delete timer;
     transport_.notify(QStringLiteral("textDocument/publishDiagnostics"),
@@ -215,9 +235,12 @@ void Server::scheduleDiagnostics(const QString& path) {
 void Server::publishDiagnostics(const QString& path) {
     if (!checker_ || !workspace_.document(path))
         return;
+    QElapsedTimer clock;
+    clock.start();
     transport_.notify(QStringLiteral("textDocument/publishDiagnostics"),
                       QJsonObject{{QStringLiteral("uri"), uriOfPath(path)},
                                   {QStringLiteral("diagnostics"), checker_->check(workspace_, path)}});
+    reportTime(QStringLiteral("diagnostics"), clock);
 }
 
 QJsonValue Server::withDocument(

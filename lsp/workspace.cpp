@@ -62,13 +62,20 @@ TextDocument* Workspace::document(const QString& path) {
 }
 
 void Workspace::openDocument(const QString& path, const QString& text) {
-    documents_.insert(path, OpenDocument{TextDocument(text), nullptr});
+    documents_.insert(path, OpenDocument{TextDocument(text), nullptr, ++nextGeneration_});
+}
+
+quint64 Workspace::generation(const QString& path) const {
+    const auto found = documents_.constFind(path);
+    return found == documents_.constEnd() ? 0 : found->generation;
 }
 
 void Workspace::documentChanged(const QString& path) {
     const auto found = documents_.find(path);
-    if (found != documents_.end())
+    if (found != documents_.end()) {
         found->scan.reset();
+        found->generation = ++nextGeneration_;
+    }
 }
 
 void Workspace::closeDocument(const QString& path) {

@@ -40,6 +40,8 @@ public:
     void documentChanged(const QString& path); // after an edit of document(path)
     void closeDocument(const QString& path);   // the file's stored scan counts again
     QStringList openPaths() const { return documents_.keys(); }
+    // Changes with every edit of an open document (0 for one not open).
+    quint64 generation(const QString& path) const;
 
     VocabularyTables vocabulary;
 
@@ -57,7 +59,9 @@ private:
     struct OpenDocument {
         TextDocument text;
         mutable std::shared_ptr<const FileScan> scan; // nullptr after a change
+        quint64 generation = 0;
     };
+    quint64 nextGeneration_ = 0;
     ProjectScope project_;
     mutable QHash<QString, std::shared_ptr<const FileScan>> stored_;
     QHash<QString, OpenDocument> documents_;

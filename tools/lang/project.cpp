@@ -128,9 +128,8 @@ void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& wor
         thread.join();
 }
 
-// Makes the shapes of the classes whose texts are in `project`: each file's own members
-// in parallel, then each class put behind its superclass's.
-void shapeProject(LoadedProject& project, const std::vector<std::string>& sources) {
+// The class names of the sources, and each file's own members (in parallel).
+std::vector<ClassShape> ownShapes(LoadedProject& project, const std::vector<std::string>& sources) {
     for (std::size_t i = 0; i < sources.size(); ++i) {
         const std::string cls = classOfFile(sources[i]);
         project.classes.insert(cls);
@@ -141,6 +140,13 @@ void shapeProject(LoadedProject& project, const std::vector<std::string>& source
         const auto& text = project.texts[i];
         own[i] = classShape(text ? std::string_view(*text) : std::string_view(), sources[i], nullptr);
     });
+    return own;
+}
+
+// Puts each class behind its superclass's shape; `own` is used up.
+void linkShapes(LoadedProject& project, const std::vector<std::string>& sources, std::vector<ClassShape>& own) {
+    project.shapes.clear();
+    project.error.reset();
     std::vector<char> state(sources.size(), 0);  // 0 not yet, 1 in progress, 2 done
     const std::function<void(std::size_t)> shape = [&](std::size_t i) {
         if (state[i] == 2 || project.error)
@@ -173,6 +179,13 @@ void shapeProject(LoadedProject& project, const std::vector<std::string>& source
     };
     for (std::size_t i = 0; i < sources.size(); ++i)
         shape(i);
+}
+
+// Makes the shapes of the classes whose texts are in `project`: each file's own members
+// in parallel, then each class put behind its superclass's.
+void shapeProject(LoadedProject& project, const std::vector<std::string>& sources) {
+    std::vector<ClassShape> own = ownShapes(project, sources);
+    linkShapes(project, sources, own);
 }
 
 LoadedProject loadProject(const fs::path& folder, const std::vector<std::string>& sources) {
@@ -334,25 +347,53 @@ std::optional<Diagnostic> runSources(const std::vector<SourceText>& files, Inter
     return runLoaded(project, sources, std::move(options));
 }
 
-std::optional<Diagnostic> checkSourceOf(const std::vector<SourceText>& files, std::size_t index,
-                                        const Vocabulary& vocabulary) {
-    if (files.empty() || files.front().name != kGlobalFileName)
-        return Diagnostic{std::string(kGlobalFileName) + " missing", 1, kGlobalFileName};
-    if (index >= files.size())
-        return std::nullopt;
+struct ProjectChecker::State {
     LoadedProject project;
     std::vector<std::string> sources;
-    for (const SourceText& file : files) {
-        sources.push_back(file.name);
-        project.texts.emplace_back(file.text);
-        project.readErrors.emplace_back();
+    std::vector<ClassShape> own;  // each file's own members, before linking
+};
+
+ProjectChecker::ProjectChecker(std::vector<SourceText> files) : state_(std::make_unique<State>()) {
+    for (SourceText& file : files) {
+        state_->sources.push_back(std::move(file.name));
+        state_->project.texts.emplace_back(std::move(file.text));
+        state_->project.readErrors.emplace_back();
     }
-    shapeProject(project, sources);
+    state_->own = ownShapes(state_->project, state_->sources);
+}
+
+ProjectChecker::~ProjectChecker() = default;
+
+std::size_t ProjectChecker::size() const { return state_->sources.size(); }
+
+const std::string& ProjectChecker::name(std::size_t index) const { return state_->sources.at(index); }
+
+void ProjectChecker::setText(std::size_t index, std::string text) {
+    if (index >= state_->sources.size())
+        return;
+    state_->own[index] = classShape(text, state_->sources[index], nullptr);
+    state_->project.texts[index] = std::move(text);
+}
+
+std::optional<Diagnostic> ProjectChecker::check(std::size_t index, const Vocabulary& vocabulary) const {
+    if (state_->sources.empty() || state_->sources.front() != kGlobalFileName)
+        return Diagnostic{std::string(kGlobalFileName) + " missing", 1, kGlobalFileName};
+    if (index >= state_->sources.size())
+        return std::nullopt;
+    // Linking uses up its copies of the own shapes; the originals stay for the next check.
+    std::vector<ClassShape> own = state_->own;
+    LoadedProject& project = state_->project;
+    linkShapes(project, state_->sources, own);
     std::optional<Diagnostic> error;
-    checkLoadedFile(project, sources, index, vocabulary, error);
-    if (!error && project.error && project.error->file == files[index].name)
+    checkLoadedFile(project, state_->sources, index, vocabulary, error);
+    if (!error && project.error && project.error->file == state_->sources[index])
         error = project.error;
     return error;
+}
+
+std::optional<Diagnostic> checkSourceOf(const std::vector<SourceText>& files, std::size_t index,
+                                        const Vocabulary& vocabulary) {
+    return ProjectChecker(files).check(index, vocabulary);
 }
 
 std::string buildApplication(const fs::path& project, const std::vector<std::string>& sources, const fs::path& runner,
