@@ -20,36 +20,35 @@ std::string textOf(const Workspace& workspace, const QString& path) {
 
 } // namespace
 
-DocumentChecker::DocumentChecker(const std::string& resourcesDir) { vocabulary_.loadPropertyLists(resourcesDir); }
+DocumentChecker::DocumentChecker(const std::string& resourcesDir, const Workspace& workspace) {
+    const ProjectScope project = workspace.hasProject() ? workspace.project() : ProjectScope();
+    preparing_ = std::thread([this, resourcesDir, project] { prepare(resourcesDir, project); });
+}
 
-void DocumentChecker::prepare(const Workspace& workspace) {
-    project_.reset();
-    indexOf_.clear();
-    generations_.clear();
-    if (!workspace.hasProject())
+DocumentChecker::~DocumentChecker() { waitUntilPrepared(); }
+
+void DocumentChecker::waitUntilPrepared() {
+    if (preparing_.joinable())
+        preparing_.join();
+}
+
+void DocumentChecker::prepare(const std::string& resourcesDir, const ProjectScope& scope) {
+    vocabulary_.loadPropertyLists(resourcesDir);
+    if (scope.path.isEmpty())
         return;
-    const ProjectScope& scope = workspace.project();
     std::vector<klvr::SourceText> files(size_t(scope.files.size()));
-    // Read on a few threads, like the compiler's own check.
-    std::vector<std::thread> readers;
-    const qsizetype threads = std::clamp<qsizetype>(std::thread::hardware_concurrency(), 1, 4);
-    for (qsizetype t = 0; t < threads; ++t)
-        readers.emplace_back([&, t] {
-            for (qsizetype i = t; i < scope.files.size(); i += threads)
-                files[size_t(i)] = {scope.files.at(i).toStdString(),
-                                    textOf(workspace, scope.path + QLatin1Char('/') + scope.files.at(i))};
-        });
-    for (std::thread& reader : readers)
-        reader.join();
     for (qsizetype i = 0; i < scope.files.size(); ++i) {
-        const QString path = scope.path + QLatin1Char('/') + scope.files.at(i);
-        indexOf_.insert(path, i);
-        generations_.insert(path, workspace.generation(path));
+        const auto bytes = readSourceBytes(scope.path + QLatin1Char('/') + scope.files.at(i));
+        files[size_t(i)] = {scope.files.at(i).toStdString(), bytes ? bytes->toStdString() : std::string()};
     }
+    for (qsizetype i = 0; i < scope.files.size(); ++i)
+        indexOf_.insert(scope.path + QLatin1Char('/') + scope.files.at(i), i);
+    // Open documents are taken as typed at the first check (their generation is not 0).
     project_ = std::make_unique<klvr::ProjectChecker>(std::move(files));
 }
 
 void DocumentChecker::closed(const QString& path) {
+    waitUntilPrepared();
     if (!project_ || !indexOf_.contains(path))
         return;
     const auto bytes = readSourceBytes(path);
@@ -58,8 +57,6 @@ void DocumentChecker::closed(const QString& path) {
 }
 
 std::optional<klvr::Diagnostic> DocumentChecker::checkInProject(const Workspace& workspace, const QString& path) {
-    if (!project_)
-        prepare(workspace);
     if (!project_)
         return std::nullopt;
     for (const QString& open : workspace.openPaths()) {
@@ -78,12 +75,9 @@ QJsonArray DocumentChecker::check(const Workspace& workspace, const QString& pat
     if (!document)
         return diagnostics;
     const QString own = QFileInfo(path).fileName();
+    waitUntilPrepared();
     std::optional<klvr::Diagnostic> error;
-    if (workspace.hasProject() && indexOf_.contains(path)) {
-        error = checkInProject(workspace, path);
-    } else if (workspace.hasProject() && !project_ && workspace.project().files.contains(own) &&
-               workspace.scopeOf(path).path == workspace.project().path) {
-        prepare(workspace);
+    if (indexOf_.contains(path)) {
         error = checkInProject(workspace, path);
     } else {
         // A file outside the project, or new in it: its scope checked whole, a file on

@@ -10,6 +10,7 @@
 
 #include <QHash>
 #include <QJsonArray>
+#include <QString>
 
 #include <memory>
 #include <thread>
@@ -18,17 +19,21 @@ namespace lsp {
 
 class DocumentChecker {
 public:
-    explicit DocumentChecker(const std::string& resourcesDir);
-    // Reads the workspace's project, so that the first check need not.
-    void prepare(const Workspace& workspace);
+    // Reads the vocabulary and the workspace's project (as stored) on a thread of its
+    // own, so that neither initialize nor the first check waits for it.
+    DocumentChecker(const std::string& resourcesDir, const Workspace& workspace);
+    ~DocumentChecker();
     // The diagnostics of the document at `path` (an empty array when it checks).
     QJsonArray check(const Workspace& workspace, const QString& path);
     // The document at `path` was closed: the checker takes the file as stored again.
     void closed(const QString& path);
 
 private:
+    void prepare(const std::string& resourcesDir, const ProjectScope& project);
+    void waitUntilPrepared();
     std::optional<klvr::Diagnostic> checkInProject(const Workspace& workspace, const QString& path);
 
+    std::thread preparing_;
     klvr::Vocabulary vocabulary_;
     std::unique_ptr<klvr::ProjectChecker> project_;
     QHash<QString, qsizetype> indexOf_;   // path -> index in project_

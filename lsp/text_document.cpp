@@ -8,6 +8,9 @@ TextDocument::TextDocument(QString text) { setText(std::move(text)); }
 
 void TextDocument::setText(QString text) {
     text_ = std::move(text);
+    // Room to grow, so that typing into a large text does not move all of it to a
+    // larger allocation now and then.
+    text_.reserve(text_.size() + text_.size() / 16 + 4096);
     lineStarts_.clear();
     lineStarts_.append(0);
     for (qsizetype i = 1; i <= text_.size(); ++i)
