@@ -3,7 +3,6 @@
 #include "insight/completion.h"
 #include "insight/completion_context.h"
 #include "lsp/protocol.h"
-#include "search/definition_search.h"
 
 namespace lsp {
 
@@ -19,7 +18,8 @@ std::optional<Declaration> memberOf(const Workspace& workspace, const QString& f
     for (qsizetype i = 0; i < all->entryCount(); ++i) {
         const DeclarationEntry& entry = all->entry(i);
         if (entry.name == name && (!publicOnly || entry.visibility == QLatin1String("Public")))
-            return Declaration{file, entry.line - 1, entry.name, definitionMatchText(entry)};
+            return Declaration{file, entry.line - 1, entry.name,
+                               entry.visibility + QLatin1Char(' ') + entry.kind + QLatin1Char(' ') + entry.title.trimmed()};
     }
     return std::nullopt;
 }

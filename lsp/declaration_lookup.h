@@ -15,7 +15,7 @@ struct Declaration {
     QString path;       // "" for a member of a vocabulary class (no file to go to)
     qsizetype line = 0; // 0-based
     QString name;       // "" for a class (the location is its file's start)
-    QString text;       // the declaration as the find-definition table shows it
+    QString text;       // visibility, kind and the declaration's line after its keyword
 };
 
 std::optional<Declaration> declarationAt(const Workspace& workspace, const QString& path,

@@ -168,6 +168,8 @@ TEST(LspNeovim, EveryCapabilityOverAProject) {
         {ask("textDocument/definition", 7, 14), locationIs(basket, 0, 0)},
         {ask("textDocument/hover", 9, 13), hoverHas("Public Dim owner As Customer")},
         {ask("textDocument/hover", 1, 13), hoverHas("Public Dim text As NSString")},
+        {ask("textDocument/hover", 9, 22), hoverHas("Public Function Greet(who As String) As String")},
+        {ask("textDocument/hover", 10, 3), hoverHas("Dim count As Integer")},
         // The CRLF file: positions do not count the "\r".
         {open(basket), nullptr},
         {ask("textDocument/definition", 4, 3), locationIs(basket, 3, 6)},
@@ -180,6 +182,16 @@ TEST(LspNeovim, EveryCapabilityOverAProject) {
         {edit(4, 26, 4, 26, {"me."}), nullptr}, // typed before `name`
         {ask("textDocument/completion", 4, 25), completionIs({"name", "Greet(who As String)"})},
         {ask("textDocument/hover", 4, 26), hoverHas("Public Dim name As NSString")},
+        // A built-in function typed in any letter case: its completion text first, inserted
+        // in place of the partial word.
+        {edit(5, 0, 5, 0, {"  msgb", ""}), nullptr},
+        {ask("textDocument/completion", 5, 6), [](const QJsonValue& a) {
+             const QJsonValue first = a["items"][0];
+             EXPECT_EQ(first["label"].toString(), "MsgBox(text)");
+             EXPECT_EQ(first["kind"].toInt(), 3);
+             EXPECT_EQ(first["textEdit"]["newText"].toString(), "MsgBox(text)");
+             EXPECT_EQ(first["textEdit"]["range"]["start"]["character"].toInt(), 2);
+         }},
         // Workspace symbols from every file.
         {{{"op", "request"}, {"method", "workspace/symbol"}, {"query", "gre"}},
          [&](const QJsonValue& a) {
