@@ -5,6 +5,8 @@
 #include "lsp/declaration_lookup.h"
 #include "lsp/protocol.h"
 
+#include <algorithm>
+
 namespace lsp {
 
 namespace {
@@ -48,20 +50,29 @@ QJsonArray documentSymbols(const Workspace& workspace, const QString& path, cons
                 end = qMax(line, all->entry(j).line - 2);
                 break;
             }
-        QJsonArray children;
+        // The method's locals and parameters, in line order (the table has none).
+        struct Local {
+            qsizetype line;
+            QString name, type;
+        };
+        QList<Local> found;
         if (locals) {
             const QString prefix = entry.name + QLatin1Char('.');
             for (auto local = locals->constBegin(); local != locals->constEnd(); ++local) {
                 if (!local.key().startsWith(prefix))
                     continue;
                 const QString name = local.key().mid(prefix.size());
-                qsizetype at = localDimLine(document, line + 1, end + 1, name);
-                if (at < 0)
-                    at = line; // a parameter
-                children.append(symbol(name, QStringLiteral("As ") + local.value(), VariableSymbol,
-                                       lineRange(document, at), nameRange(document, at, name)));
+                const qsizetype at = localDimLine(document, line + 1, end + 1, name);
+                found.append({at < 0 ? line : at, name, local.value()}); // not on a Dim line: a parameter
             }
         }
+        std::sort(found.begin(), found.end(), [](const Local& a, const Local& b) {
+            return a.line != b.line ? a.line < b.line : a.name < b.name;
+        });
+        QJsonArray children;
+        for (const Local& local : found)
+            children.append(symbol(local.name, QStringLiteral("As ") + local.type, VariableSymbol,
+                                   lineRange(document, local.line), nameRange(document, local.line, local.name)));
         QJsonObject method = symbol(entry.name, detail, MethodSymbol,
                                     rangeJson({line, 0}, {end, document.lineText(end).size()}),
                                     nameRange(document, line, entry.name));

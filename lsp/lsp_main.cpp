@@ -10,6 +10,7 @@
 #include <QMetaObject>
 
 #include <climits>
+#include <optional>
 #include <cstdlib>
 #include <thread>
 #include <unistd.h>
@@ -42,7 +43,15 @@ int runLanguageServer(int argc, char** argv) {
     Transport transport(stdout);
     CancelledRequests cancelled;
     Server server(transport, cancelled, klvr::defaultResourcesDir(executablePath(argv[0])));
-    server.onExit = [](int status) { QCoreApplication::exit(status); };
+    // The first ending decides the status: "exit" read before the end of input wins, and
+    // nothing read after it is handled.
+    std::optional<int> status;
+    const auto end = [&status](int code) {
+        if (!status)
+            status = code;
+        QCoreApplication::exit(*status);
+    };
+    server.onExit = end;
 
     std::thread reader([&] {
         MessageReader framing;
@@ -61,16 +70,21 @@ int runLanguageServer(int argc, char** argv) {
                 noteCancellation(event, cancelled);
             for (ReaderEvent& event : events) {
                 QMetaObject::invokeMethod(
-                    &app, [&server, event = std::move(event)] { server.handle(event); }, Qt::QueuedConnection);
+                    &app,
+                    [&server, &status, event = std::move(event)] {
+                        if (!status)
+                            server.handle(event);
+                    },
+                    Qt::QueuedConnection);
             }
             events.clear();
         }
-        QMetaObject::invokeMethod(&app, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(&app, [&end] { end(0); }, Qt::QueuedConnection);
     });
-    const int status = app.exec();
+    const int code = app.exec();
     std::fflush(stdout);
     // The reader may be blocked reading; the process ends without waiting for it.
-    std::_Exit(status);
+    std::_Exit(status.value_or(code));
 }
 
 } // namespace lsp

@@ -133,3 +133,39 @@ TEST(LspLargeDocument, FiftyMegabytesThenAChangePastTheEnd) {
 }
 
 } // namespace
+
+namespace {
+
+// A file outside any project is checked as a project of its own, as typed; its error goes
+// when it is fixed.
+TEST(LspSingleFile, CheckedAsAProjectOfItsOwn) {
+    QTemporaryDir folder;
+    ServerProcess server;
+    ASSERT_TRUE(server.initialize(folder.path()).contains("result"));
+    const QString uri = QUrl::fromLocalFile(folder.path() + "/Lone.NSObject.klvr").toString();
+    const auto nextDiagnostics = [&] {
+        for (;;) {
+            const QJsonObject message = server.next();
+            if (message.isEmpty())
+                break;
+            if (message["method"].toString() == "textDocument/publishDiagnostics")
+                return message["params"]["diagnostics"].toArray();
+        }
+        return QJsonArray{QJsonValue(QStringLiteral("no diagnostics sent"))};
+    };
+    server.send(ServerProcess::notification(
+        "textDocument/didOpen", {{"textDocument", QJsonObject{{"uri", uri}, {"languageId", "kelvaro"}, {"version", 1},
+                                                              {"text", "' lone\nSub Go()\n  Next\nEnd Sub\n"}}}}));
+    const QJsonArray errors = nextDiagnostics();
+    ASSERT_EQ(errors.size(), 1);
+    EXPECT_EQ(errors[0]["message"].toString(), "Next without For");
+    EXPECT_EQ(errors[0]["range"]["start"]["line"].toInt(), 2);
+    const QJsonObject line2{{"line", 2}, {"character", 0}}, line3{{"line", 3}, {"character", 0}};
+    server.send(ServerProcess::notification(
+        "textDocument/didChange",
+        {{"textDocument", QJsonObject{{"uri", uri}, {"version", 2}}},
+         {"contentChanges", QJsonArray{QJsonObject{{"range", QJsonObject{{"start", line2}, {"end", line3}}}, {"text", ""}}}}}));
+    EXPECT_EQ(nextDiagnostics(), QJsonArray());
+}
+
+} // namespace
