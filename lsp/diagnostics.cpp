@@ -77,7 +77,10 @@ QJsonArray DocumentChecker::check(const Workspace& workspace, const QString& pat
     const QString own = QFileInfo(path).fileName();
     waitUntilPrepared();
     std::optional<klvr::Diagnostic> error;
-    if (indexOf_.contains(path)) {
+    if (quint64(document->text().size()) > klvr::kMaxSourceBytes) {
+        // The compiler refuses to read a file this large (its UTF-8 is at least as long).
+        error = klvr::Diagnostic{"File too large", 1, own.toStdString()};
+    } else if (indexOf_.contains(path)) {
         error = checkInProject(workspace, path);
     } else {
         // A file outside the project, or new in it: its scope checked whole, a file on

@@ -129,6 +129,18 @@ TEST(LspLargeDocument, FiftyMegabytesThenAChangePastTheEnd) {
     const QJsonObject answer = server.response(60000);
     EXPECT_TRUE(answer["result"]["contents"]["value"].toString().contains("Dim zed As Integer"))
         << QJsonDocument(answer).toJson().left(500).constData();
+    // The compiler's own refusal of so large a file, without compiling it.
+    QString refusal = QStringLiteral("no diagnostics sent");
+    for (;;) {
+        const QJsonObject message = server.next(60000);
+        if (message.isEmpty())
+            break;
+        if (message["method"].toString() == "textDocument/publishDiagnostics") {
+            refusal = message["params"]["diagnostics"][0]["message"].toString();
+            break;
+        }
+    }
+    EXPECT_EQ(refusal, "File too large");
     EXPECT_EQ(server.endInput(60000), 0);
 }
 
