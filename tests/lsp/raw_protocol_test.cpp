@@ -3,6 +3,7 @@
 // answered, so the server neither crashed nor lost its place in the input.
 #include "server_process.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QTemporaryDir>
@@ -178,6 +179,24 @@ TEST(LspSingleFile, CheckedAsAProjectOfItsOwn) {
         {{"textDocument", QJsonObject{{"uri", uri}, {"version", 2}}},
          {"contentChanges", QJsonArray{QJsonObject{{"range", QJsonObject{{"start", line2}, {"end", line3}}}, {"text", ""}}}}}));
     EXPECT_EQ(nextDiagnostics(), QJsonArray());
+}
+
+} // namespace
+
+namespace {
+
+// The server runs on Qt Core: neither the IDE library nor a window system's library is
+// ever loaded into it.
+TEST(LspProcess, LoadsNoWindowSystem) {
+    QTemporaryDir folder;
+    ServerProcess server;
+    ASSERT_TRUE(server.initialize(folder.path()).contains("result"));
+    QFile maps(QStringLiteral("/proc/%1/maps").arg(server.process().processId()));
+    ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
+    const QByteArray loaded = maps.readAll();
+    EXPECT_TRUE(loaded.contains("libQt6Core"));
+    for (const char* library : {"libkelvaro_ide", "libQt6Gui", "libQt6Widgets", "libqscintilla"})
+        EXPECT_FALSE(loaded.contains(library)) << library;
 }
 
 } // namespace
