@@ -97,8 +97,10 @@ Server::Server(Transport& transport, CancelledRequests& cancelled, std::string r
     notifications_.insert(QStringLiteral("initialized"), [](const QJsonObject&) {});
     notifications_.insert(QStringLiteral("textDocument/didOpen"), [this](const QJsonObject& p) { didOpen(p); });
     notifications_.insert(QStringLiteral("textDocument/didChange"), [this](const QJsonObject& p) { didChange(p); });
-    notifications_.insert(QStringLiteral("textDocument/didSave"),
-                          [this](const QJsonObject& p) { scheduleDiagnostics(pathOfUri(uriOf(p))); });
+    notifications_.insert(QStringLiteral("textDocument/didSave"), [this](const QJsonObject& p) {
+        noteProjectFile(pathOfUri(uriOf(p)));
+        scheduleDiagnostics(pathOfUri(uriOf(p)));
+    });
     notifications_.insert(QStringLiteral("textDocument/didClose"), [this](const QJsonObject& p) { didClose(p); });
 }
 
@@ -208,7 +210,14 @@ void Server::didOpen(const QJsonObject& params) {
     if (path.isEmpty())
         return;
     workspace_.openDocument(path, item.value(QLatin1String("text")).toString());
+    noteProjectFile(path);
     scheduleDiagnostics(path);
+}
+
+void Server::noteProjectFile(const QString& path) {
+    // The checker reads the project again with the new class among its files.
+    if (workspace_.noteProjectFile(path))
+        checker_ = std::make_unique<DocumentChecker>(resourcesDir_, workspace_);
 }
 
 void Server::didChange(const QJsonObject& params) {

@@ -52,6 +52,7 @@ private:
     void didOpen(const QJsonObject& params);
     void didChange(const QJsonObject& params);
     void didClose(const QJsonObject& params);
+    void noteProjectFile(const QString& path);
     void scheduleDiagnostics(const QString& path);
     void publishDiagnostics(const QString& path);
     // Calls `answer` with the document of `params`' textDocument: the open one, or the

@@ -56,6 +56,18 @@ ProjectScope Workspace::scopeOf(const QString& path) const {
     return {info.absolutePath(), {info.fileName()}};
 }
 
+bool Workspace::noteProjectFile(const QString& path) {
+    const QFileInfo info(path);
+    if (!hasProject() || info.absolutePath() != project_.path || project_.files.contains(info.fileName()) ||
+        !info.isFile())
+        return false;
+    QStringList names = project_.files;
+    names.append(info.fileName());
+    names.sort(); // the IDE lists the folder by name, the Global file first
+    project_.files = project_search::sourceFiles(names);
+    return project_.files.contains(info.fileName());
+}
+
 TextDocument* Workspace::document(const QString& path) {
     const auto found = documents_.find(path);
     return found == documents_.end() ? nullptr : &found->text;

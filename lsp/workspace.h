@@ -33,6 +33,9 @@ public:
     bool hasProject() const { return !project_.path.isEmpty(); }
     const ProjectScope& project() const { return project_; }
     ProjectScope scopeOf(const QString& path) const;
+    // A source file that appeared in the project folder since it was read (opened or
+    // saved in the editor) becomes one of the project's files; true when it was added.
+    bool noteProjectFile(const QString& path);
 
     // Open documents by path; their scans follow their text.
     TextDocument* document(const QString& path);

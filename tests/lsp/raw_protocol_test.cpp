@@ -200,3 +200,34 @@ TEST(LspProcess, LoadsNoWindowSystem) {
 }
 
 } // namespace
+
+namespace {
+
+// A class file written after the folder was read counts as the project's once the editor
+// opens it: completion after a Global member of that type offers its Public members.
+TEST(LspNewClass, OfferedOnceOpened) {
+    QTemporaryDir folder;
+    const auto write = [&](const QString& name, const QByteArray& text) {
+        QFile file(folder.path() + "/" + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    };
+    write("Global.NSObject.klvr", "' g\nPublic Dim later As Late\n\nSub Go()\n  later.\nEnd Sub\n");
+    ServerProcess server;
+    ASSERT_TRUE(server.initialize(folder.path()).contains("result"));
+    write("Late.NSObject.klvr", "' l\nPublic Dim size As Integer\nDim hidden As Integer\n");
+    const QString late = QUrl::fromLocalFile(folder.path() + "/Late.NSObject.klvr").toString();
+    server.send(ServerProcess::notification(
+        "textDocument/didOpen", {{"textDocument", QJsonObject{{"uri", late}, {"languageId", "kelvaro"}, {"version", 1},
+                                                              {"text", "' l\nPublic Dim size As Integer\n"}}}}));
+    server.send(ServerProcess::request(
+        5, "textDocument/completion",
+        {{"textDocument", QJsonObject{{"uri", QUrl::fromLocalFile(folder.path() + "/Global.NSObject.klvr").toString()}}},
+         {"position", QJsonObject{{"line", 4}, {"character", 8}}}}));
+    const QJsonObject answer = server.response();
+    const QJsonArray items = answer["result"]["items"].toArray();
+    ASSERT_EQ(items.size(), 1);
+    EXPECT_EQ(items[0]["label"].toString(), "size");
+}
+
+} // namespace
