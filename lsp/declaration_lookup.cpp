@@ -65,8 +65,10 @@ qsizetype localDimLine(const TextDocument& document, qsizetype firstLine, qsizet
 
 std::optional<Declaration> declarationAt(const Workspace& workspace, const QString& path,
                                          const TextDocument& document, TextPosition position) {
-    const QStringView line = document.lineText(position.line);
-    const qsizetype column = document.positionAt(document.offsetAt(position)).character;
+    // A position past its line or the text stands at the nearest place in the text.
+    const TextPosition at = document.positionAt(document.offsetAt(position));
+    const QStringView line = document.lineText(at.line);
+    const qsizetype column = at.character;
     qsizetype start = column, end = column;
     while (start > 0 && isWordChar(line[start - 1]))
         --start;
