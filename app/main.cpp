@@ -1,7 +1,8 @@
-// The thin executable. The scanner's commands (--scan, --tags) and the project search
-// (--find) run here with Qt Core alone; everything else is handed to the IDE library beside the executable, which
+// The thin executable. The scanner's commands (--scan, --tags), the project search
+// (--find) and the language server (--lsp) run here with Qt Core alone; everything else is handed to the IDE library beside the executable, which
 // brings in the window system, the editor component and the rest.
 #include "insight/scan_command.h"
+#include "lsp/server.h"
 #include "search/find_command.h"
 
 #include <QStringList>
@@ -61,5 +62,7 @@ int main(int argc, char** argv) {
             args << QString::fromLocal8Bit(argv[i]);
         return runFindCommand(args);
     }
+    if (argc >= 2 && std::strcmp(argv[1], "--lsp") == 0)
+        return lsp::runLanguageServer(argc, argv);
     return runIde(argc, argv);
 }

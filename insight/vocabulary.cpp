@@ -1,65 +1,42 @@
 // The language vocabulary: read once at start-up from six property lists of the
-// resources into Global's tables.
+// resources into Global's tables (the reading itself is insight/vocabulary_lists.*).
 #include "frame/global.h"
 
 #include "frame/failure_report.h"
+#include "insight/vocabulary_lists.h"
 
-#include <functional>
+namespace {
 
-void Global::addType(const QString& name) { KelvaroTypes.append(name); }
+VocabularyTarget tablesOf(Global& g) {
+    return {g.KelvaroTypes,         g.KelvaroKeywords,   g.KelvaroConsts,    g.KelvaroCommands,
+            g.dCompletion2function, g.dClassCompletion, g.dObjectCompletion};
+}
 
-void Global::addKeyword(const QString& word) { KelvaroKeywords.append(word); }
+} // namespace
 
-void Global::addConst(const QString& name) { KelvaroConsts.append(name); }
+void Global::addType(const QString& name) { tablesOf(*this).addType(name); }
+
+void Global::addKeyword(const QString& word) { tablesOf(*this).addKeyword(word); }
+
+void Global::addConst(const QString& name) { tablesOf(*this).addConst(name); }
 
 void Global::addFunction(const QString& name, const QString& completionText) {
-    KelvaroCommands.append(name);
-    // A later function whose lower-case name equals an earlier one's keeps the earlier
-    // completion text.
-    KLVR_NSMUTABLEDICTIONARY_APPEND(dCompletion2function, KLVR_LCASE(name), completionText);
+    tablesOf(*this).addFunction(name, completionText);
 }
 
-void Global::addClass(const QString& name, const Value& memberMap) {
-    KLVR_NSMUTABLEDICTIONARY_REPLACE(dClassCompletion, name, memberMap);
-}
+void Global::addClass(const QString& name, const Value& memberMap) { tablesOf(*this).addClass(name, memberMap); }
 
-void Global::addObject(const QString& name, const Value& memberMap) {
-    KLVR_NSMUTABLEDICTIONARY_REPLACE(dObjectCompletion, name, memberMap);
-}
+void Global::addObject(const QString& name, const Value& memberMap) { tablesOf(*this).addObject(name, memberMap); }
 
 void Global::loadVocabulary(const QString& resourceFolder) {
     KLVR_TRACE("loadVocabulary");
-    enum class Pass { Value, KeyAndValue };
-    struct List {
-        const char* file;
-        Pass pass;
-        std::function<void(Global*, const Value&, const Value&)> add;
-    };
-    const List lists[] = {
-        {"/type.plist", Pass::Value, [](Global* g, const Value&, const Value& v) { g->addType(KLVR_STRING(v)); }},
-        {"/keyword.plist", Pass::Value, [](Global* g, const Value&, const Value& v) { g->addKeyword(KLVR_STRING(v)); }},
-        {"/const.plist", Pass::Value, [](Global* g, const Value&, const Value& v) { g->addConst(KLVR_STRING(v)); }},
-        {"/function.plist", Pass::KeyAndValue,
-         [](Global* g, const Value& k, const Value& v) { g->addFunction(KLVR_STRING(k), KLVR_STRING(v)); }},
-        {"/class.plist", Pass::KeyAndValue,
-         [](Global* g, const Value& k, const Value& v) { g->addClass(KLVR_STRING(k), v); }},
-        {"/object.plist", Pass::KeyAndValue,
-         [](Global* g, const Value& k, const Value& v) { g->addObject(KLVR_STRING(k), v); }},
-    };
-    for (const List& list : lists) {
-        KLVR_STEP("loadVocabulary");
-        QString path = resourceFolder + QLatin1String(list.file);
-        if (!KLVR_NSFILEMANAGER_EXISTSFILE(path))
-            continue;
-        // A root that is not a dictionary fails the checked conversion. The failure is
-        // reported like any other, and the start-up goes on with the next list.
+    // A root that is not a dictionary fails the checked conversion. The failure is
+    // reported like any other, and the start-up goes on with the next list.
+    loadVocabularyLists(resourceFolder, tablesOf(*this), [](const Value& root) {
         try {
-            Value dictionary = KLVR__DICTIONARY(KLVR_PLIST(path));
-            for (qint64 i = 0; i < KLVR_NSDICTIONARY_COUNT(dictionary); ++i)
-                list.add(this, KLVR_NSMUTABLEDICTIONARY_KEY(dictionary, i),
-                         KLVR_NSMUTABLEDICTIONARY_VALUE(dictionary, i));
+            KLVR__DICTIONARY(root);
         } catch (const KLException& failure) {
             klvrReportFailure(failure);
         }
-    }
+    });
 }

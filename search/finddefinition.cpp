@@ -2,6 +2,7 @@
 
 #include "frame/global.h"
 #include "insight/parser.h"
+#include "search/definition_search.h"
 #include "ui_finddefinition.h"
 
 #include <QLineEdit>
@@ -38,20 +39,7 @@ finddefinition::~finddefinition() {
     delete window;
 }
 
-QString finddefinition::matchText(const DeclarationEntry& e) {
-    const QString& k = e.kind;
-    const bool typed = k == QLatin1String("Dim") || k == QLatin1String("Const") || k == QLatin1String("IBOutlet");
-    const bool both = k == QLatin1String("Function") || k == QLatin1String("Delegate");
-    // One allocation per row: a search may list tens of thousands.
-    QString text;
-    text.reserve(e.visibility.size() + k.size() + e.name.size() + e.parameters.size() + e.type.size() + 8);
-    text.append(e.visibility).append(QLatin1Char(' ')).append(k).append(QLatin1Char(' ')).append(e.name);
-    if (!typed)
-        text.append(QLatin1Char(' ')).append(e.parameters);
-    if (typed || both)
-        text.append(QLatin1String(" As ")).append(e.type);
-    return text;
-}
+QString finddefinition::matchText(const DeclarationEntry& e) { return definitionMatchText(e); }
 
 void finddefinition::pbFindAll(const Value&) {
     applyHistory(cbFind);
@@ -61,34 +49,23 @@ void finddefinition::pbFindAll(const Value&) {
 void finddefinition::search() {
     KLVR_TRACE("finddefinition::search");
     Global* global = Global::sharedGlobal();
-    const QString needle = cbFind->currentText();
-    const Qt::CaseSensitivity cs = cbIgnoreCase->isChecked() ? Qt::CaseInsensitive : Qt::CaseSensitive;
-    const QString current = KLVR_FILENAME(global->ProjectCurrentFilename());
-    const bool publicOnes = cbPublic->isChecked(), privateOnes = cbPrivate->isChecked();
+    DefinitionQuery query;
+    query.needle = cbFind->currentText();
+    query.ignoreCase = cbIgnoreCase->isChecked();
+    query.publicOnes = cbPublic->isChecked();
+    query.privateOnes = cbPrivate->isChecked();
+    if (cbCurrentFileOnly->isChecked())
+        query.onlyFile = KLVR_FILENAME(global->ProjectCurrentFilename());
     // The kinds left out, in the order of the boxes.
-    QStringList excluded;
     for (QCheckBox* box : {cbSub, cbFunction, cbAction, cbDim, cbConst, cbEvent, cbDelegate, cbIBOutlet, cbIBAction})
         if (!box->isChecked())
-            excluded << box->objectName().mid(2);
+            query.excludedKinds << box->objectName().mid(2);
+    const QList<DefinitionMatch> found =
+        findDefinitions(*parser::sharedparser(), global->ProjectPath, global->projectFiles, query);
     QList<ResultRow> rows;
-    rows.reserve(files.rows().size());
-    parser* p = parser::sharedparser();
-    for (const QString& name : global->projectFiles) {
-        if (cbCurrentFileOnly->isChecked() && name != current)
-            continue;
-        const parser::List all = p->GetAll(global->ProjectPath + QLatin1Char('/') + name);
-        if (!all)
-            continue; // never scanned
-        for (const DeclarationEntry& e : all->rows) {
-            if (!e.isEntry())
-                continue;
-            const bool isPublic = e.visibility == QLatin1String("Public");
-            if (!((publicOnes && isPublic) || (privateOnes && !isPublic)) || excluded.contains(e.kind))
-                continue;
-            if (e.name.contains(needle, cs))
-                rows.append({name, e.line, matchText(e)});
-        }
-    }
+    rows.reserve(found.size());
+    for (const DefinitionMatch& match : found)
+        rows.append({match.file, match.entry.line, matchText(match.entry)});
     files.setRows(rows);
     lInfo->setText(rows.isEmpty() ? QStringLiteral("Not found") : QString::number(rows.size()) + QStringLiteral(" found"));
 }

@@ -128,9 +128,8 @@ void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& wor
         thread.join();
 }
 
-// Makes the shapes of the classes whose texts are in `project`: each file's own members
-// in parallel, then each class put behind its superclass's.
-void shapeProject(LoadedProject& project, const std::vector<std::string>& sources) {
+// The class names of the sources, and each file's own members (in parallel).
+std::vector<ClassShape> ownShapes(LoadedProject& project, const std::vector<std::string>& sources) {
     for (std::size_t i = 0; i < sources.size(); ++i) {
         const std::string cls = classOfFile(sources[i]);
         project.classes.insert(cls);
@@ -141,6 +140,13 @@ void shapeProject(LoadedProject& project, const std::vector<std::string>& source
         const auto& text = project.texts[i];
         own[i] = classShape(text ? std::string_view(*text) : std::string_view(), sources[i], nullptr);
     });
+    return own;
+}
+
+// Puts each class behind its superclass's shape; `own` is used up.
+void linkShapes(LoadedProject& project, const std::vector<std::string>& sources, std::vector<ClassShape>& own) {
+    project.shapes.clear();
+    project.error.reset();
     std::vector<char> state(sources.size(), 0);  // 0 not yet, 1 in progress, 2 done
     const std::function<void(std::size_t)> shape = [&](std::size_t i) {
         if (state[i] == 2 || project.error)
@@ -173,6 +179,13 @@ void shapeProject(LoadedProject& project, const std::vector<std::string>& source
     };
     for (std::size_t i = 0; i < sources.size(); ++i)
         shape(i);
+}
+
+// Makes the shapes of the classes whose texts are in `project`: each file's own members
+// in parallel, then each class put behind its superclass's.
+void shapeProject(LoadedProject& project, const std::vector<std::string>& sources) {
+    std::vector<ClassShape> own = ownShapes(project, sources);
+    linkShapes(project, sources, own);
 }
 
 LoadedProject loadProject(const fs::path& folder, const std::vector<std::string>& sources) {
@@ -217,6 +230,33 @@ std::optional<Diagnostic> runLoaded(const LoadedProject& loaded, const std::vect
 
 }  // namespace
 
+namespace {
+
+// Checks the file `index` of a loaded project; returns its line count, or sets `error`.
+std::size_t checkLoadedFile(const LoadedProject& loaded, const std::vector<std::string>& sources, std::size_t index,
+                            const Vocabulary& vocabulary, std::optional<Diagnostic>& error) {
+    const std::string& name = sources[index];
+    const auto& text = loaded.texts[index];
+    if (!text) {
+        error = Diagnostic{loaded.readErrors[index], 1, name};
+        return 0;
+    }
+    CompileContext context;
+    context.vocabulary = &vocabulary;
+    context.projectClasses = &loaded.classes;
+    context.global = &loaded.shapes.at("global");
+    context.superclass = loaded.superclassOf(name);
+    context.classes = &loaded.shapes;
+    try {
+        compileClass(*text, name, context);
+    } catch (const LanguageError& failure) {
+        error = failure.diagnostic;
+    }
+    return countLines(*text);
+}
+
+}  // namespace
+
 CheckSummary checkProject(const fs::path& project, const std::vector<std::string>& sources, const Vocabulary& vocabulary) {
     CheckSummary summary;
     if (sources.empty() || !endsWith(sources.front(), kGlobalFileName)) {
@@ -224,28 +264,10 @@ CheckSummary checkProject(const fs::path& project, const std::vector<std::string
         return summary;
     }
     const LoadedProject loaded = loadProject(project, sources);
-    const ClassShape* globalShape = &loaded.shapes.at("global");
 
     // Checks one file; returns its line count, or sets `error`.
     const auto checkOne = [&](std::size_t index, std::optional<Diagnostic>& error) -> std::size_t {
-        const std::string& name = sources[index];
-        const auto& text = loaded.texts[index];
-        if (!text) {
-            error = Diagnostic{loaded.readErrors[index], 1, name};
-            return 0;
-        }
-        CompileContext context;
-        context.vocabulary = &vocabulary;
-        context.projectClasses = &loaded.classes;
-        context.global = globalShape;
-        context.superclass = loaded.superclassOf(name);
-        context.classes = &loaded.shapes;
-        try {
-            compileClass(*text, name, context);
-        } catch (const LanguageError& failure) {
-            error = failure.diagnostic;
-        }
-        return countLines(*text);
+        return checkLoadedFile(loaded, sources, index, vocabulary, error);
     };
 
     // The Global file first.
@@ -323,6 +345,55 @@ std::optional<Diagnostic> runSources(const std::vector<SourceText>& files, Inter
     }
     shapeProject(project, sources);
     return runLoaded(project, sources, std::move(options));
+}
+
+struct ProjectChecker::State {
+    LoadedProject project;
+    std::vector<std::string> sources;
+    std::vector<ClassShape> own;  // each file's own members, before linking
+};
+
+ProjectChecker::ProjectChecker(std::vector<SourceText> files) : state_(std::make_unique<State>()) {
+    for (SourceText& file : files) {
+        state_->sources.push_back(std::move(file.name));
+        state_->project.texts.emplace_back(std::move(file.text));
+        state_->project.readErrors.emplace_back();
+    }
+    state_->own = ownShapes(state_->project, state_->sources);
+}
+
+ProjectChecker::~ProjectChecker() = default;
+
+std::size_t ProjectChecker::size() const { return state_->sources.size(); }
+
+const std::string& ProjectChecker::name(std::size_t index) const { return state_->sources.at(index); }
+
+void ProjectChecker::setText(std::size_t index, std::string text) {
+    if (index >= state_->sources.size())
+        return;
+    state_->own[index] = classShape(text, state_->sources[index], nullptr);
+    state_->project.texts[index] = std::move(text);
+}
+
+std::optional<Diagnostic> ProjectChecker::check(std::size_t index, const Vocabulary& vocabulary) const {
+    if (state_->sources.empty() || state_->sources.front() != kGlobalFileName)
+        return Diagnostic{std::string(kGlobalFileName) + " missing", 1, kGlobalFileName};
+    if (index >= state_->sources.size())
+        return std::nullopt;
+    // Linking uses up its copies of the own shapes; the originals stay for the next check.
+    std::vector<ClassShape> own = state_->own;
+    LoadedProject& project = state_->project;
+    linkShapes(project, state_->sources, own);
+    std::optional<Diagnostic> error;
+    checkLoadedFile(project, state_->sources, index, vocabulary, error);
+    if (!error && project.error && project.error->file == state_->sources[index])
+        error = project.error;
+    return error;
+}
+
+std::optional<Diagnostic> checkSourceOf(const std::vector<SourceText>& files, std::size_t index,
+                                        const Vocabulary& vocabulary) {
+    return ProjectChecker(files).check(index, vocabulary);
 }
 
 std::string buildApplication(const fs::path& project, const std::vector<std::string>& sources, const fs::path& runner,

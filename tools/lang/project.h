@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -52,6 +53,28 @@ struct SourceText {
 };
 // Runs a program given as texts, the Global file first (the fuzzer's way in).
 std::optional<Diagnostic> runSources(const std::vector<SourceText>& files, Interpreter::Options options);
+
+// Checks the file `index` of `files` (the Global file first) as the project's check
+// checks it: against the shapes of all the files and the vocabulary. Its first error.
+std::optional<Diagnostic> checkSourceOf(const std::vector<SourceText>& files, std::size_t index,
+                                        const Vocabulary& vocabulary);
+
+// The same check kept ready for a project whose texts change one at a time (the
+// language server's diagnostics): each file's own members are read once and again only
+// when its text changes; a check links them and compiles the one file.
+class ProjectChecker {
+public:
+    explicit ProjectChecker(std::vector<SourceText> files);  // the Global file first
+    ~ProjectChecker();
+    std::size_t size() const;
+    const std::string& name(std::size_t index) const;
+    void setText(std::size_t index, std::string text);
+    std::optional<Diagnostic> check(std::size_t index, const Vocabulary& vocabulary) const;
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
 
 // Writes PROJECT/build/<configuration>/N.app: Contents/MacOS/N is a copy of the
 // runner, Contents/Resources holds the sources. Returns an error text or "".
