@@ -11,6 +11,9 @@
 #include <QKeyEvent>
 #include <QMetaMethod>
 #include <QThreadPool>
+#include <QtAlgorithms>
+
+#include <cstring>
 
 namespace {
 
@@ -42,6 +45,43 @@ void installPlainAccessible() {
     Q_UNUSED(installed);
 }
 
+// Scintilla counts UTF-16 code units character by character; on a line of a million
+// characters that is milliseconds per position. The view's text is valid UTF-8, where
+// every byte but a continuation byte starts a character and a four-byte character is two
+// units, so a plain pass over the bytes gives the same count.
+constexpr long CountItselfFrom = 4096; // bytes; shorter spans are left to Scintilla
+
+qint64 utf16Units(const unsigned char* s, long length) {
+    qint64 units = 0;
+    long i = 0;
+    // Eight bytes at a time: a continuation byte has its top bits 10, the lead byte of a
+    // four-byte character 1111.
+    constexpr quint64 high = 0x8080808080808080ULL;
+    for (; i + 8 <= length; i += 8) {
+        quint64 w;
+        std::memcpy(&w, s + i, 8);
+        const int continuation = qPopulationCount((w & ~(w << 1)) & high);
+        const int fourByteLeads = qPopulationCount(w & (w << 1) & (w << 2) & (w << 3) & high);
+        units += 8 - continuation + fourByteLeads;
+    }
+    for (; i < length; ++i)
+        units += ((s[i] & 0xc0) != 0x80) + (s[i] >= 0xf0);
+    return units;
+}
+
+// The number of bytes from s that hold `units` UTF-16 code units (never splitting a
+// character), at most `length`.
+long bytesForUnits(const unsigned char* s, long length, qint64 units) {
+    long i = 0;
+    while (i < length && units > 0) {
+        units -= 1 + (s[i] >= 0xf0);
+        ++i;
+        while (i < length && (s[i] & 0xc0) == 0x80)
+            ++i;
+    }
+    return i;
+}
+
 } // namespace
 
 const QString KLTextView::NoContextMarker = QString::fromUtf16(completionNoContextMarker);
@@ -65,6 +105,7 @@ void KLTextView::configure() {
     setUtf8(true);
     lexer_ = new KelvaroLexer(this);
     setLexer(lexer_);
+    SendScintilla(SCI_STYLESETVISIBLE, kelvaro_style::Hidden, 0L);
     // UTF-16 offsets of every line start, kept up to date by Scintilla: converting a
     // position costs a line lookup, not a pass over the text.
     SendScintilla(SCI_ALLOCATELINECHARACTERINDEX, SC_LINECHARACTERINDEX_UTF16);
@@ -113,6 +154,10 @@ void KLTextView::configure() {
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this, &KLTextView::onModified);
     connect(this, &QsciScintillaBase::SCN_MODIFYATTEMPTRO, this, &KLTextView::readOnlyEditAttempted);
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &KLTextView::onUpdateUi);
+    // QScintilla answers every cursor move with the cursor's column, counted from the
+    // start of the line: milliseconds on a very long line. Nothing here uses that signal
+    // (cursorPositionChanged) nor QScintilla's brace matching, which the same slot drives.
+    disconnect(this, SIGNAL(SCN_UPDATEUI(int)), this, SLOT(handleUpdateUI(int)));
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &KLTextView::onCharAdded);
     connect(this, &QsciScintilla::marginClicked, this, &KLTextView::onMarginClicked);
     connect(this, &QsciScintilla::userListActivated, this,
@@ -127,8 +172,14 @@ qint64 KLTextView::utf16FromBytes(qint64 bytePosition) const {
     const long pos = long(qBound<qint64>(0, bytePosition, qint64(length)));
     const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, pos);
     const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
-    return SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) +
-           SendScintilla(SCI_COUNTCODEUNITS, lineStart, pos);
+    return SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) + unitsBetween(lineStart, pos);
+}
+
+qint64 KLTextView::unitsBetween(long start, long end) const {
+    if (end - start < CountItselfFrom)
+        return SendScintilla(SCI_COUNTCODEUNITS, start, end);
+    return utf16Units(
+        reinterpret_cast<const unsigned char*>(SendScintilla(SCI_GETRANGEPOINTER, start, end - start)), end - start);
 }
 
 qint64 KLTextView::bytesFromUtf16(qint64 utf16Position) const {
@@ -139,13 +190,18 @@ qint64 KLTextView::bytesFromUtf16(qint64 utf16Position) const {
     const long lastLine = SendScintilla(SCI_LINEFROMPOSITION, length);
     const qint64 total =
         SendScintilla(SCI_INDEXPOSITIONFROMLINE, lastLine, SC_LINECHARACTERINDEX_UTF16) +
-        SendScintilla(SCI_COUNTCODEUNITS, SendScintilla(SCI_POSITIONFROMLINE, lastLine), length);
+        unitsBetween(long(SendScintilla(SCI_POSITIONFROMLINE, lastLine)), length);
     if (units >= total)
         return length;
     const long lineNo = SendScintilla(SCI_LINEFROMINDEXPOSITION, long(units), SC_LINECHARACTERINDEX_UTF16);
     const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
     const long lineIndex = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16);
-    return SendScintilla(SCI_POSITIONRELATIVECODEUNITS, lineStart, long(units - lineIndex));
+    if (units - lineIndex < CountItselfFrom)
+        return SendScintilla(SCI_POSITIONRELATIVECODEUNITS, lineStart, long(units - lineIndex));
+    const long lineEnd = SendScintilla(SCI_GETLINEENDPOSITION, lineNo);
+    const auto* bytes =
+        reinterpret_cast<const unsigned char*>(SendScintilla(SCI_GETRANGEPOINTER, lineStart, lineEnd - lineStart));
+    return lineStart + bytesForUnits(bytes, lineEnd - lineStart, units - lineIndex);
 }
 
 qint64 KLTextView::line() const {
@@ -232,6 +288,32 @@ void KLTextView::restyleStaleVisibleLines() {
         viewport()->update();
 }
 
+void KLTextView::followCursorOnLongLine() {
+    // On a very long line only a window around the cursor is coloured and measured (see
+    // KelvaroLexer); when the cursor nears the window's edge or leaves it, the window is
+    // moved to the cursor, and the cursor keeps its place on the screen.
+    const long caret = SendScintilla(SCI_GETCURRENTPOS);
+    const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, caret);
+    const long begin = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
+    const long end = lineNo + 1 < SendScintilla(SCI_GETLINECOUNT) ? long(SendScintilla(SCI_POSITIONFROMLINE, lineNo + 1))
+                                                                   : long(SendScintilla(SCI_GETLENGTH));
+    if (end - begin <= KelvaroLexer::LongLineBytes)
+        return;
+    const auto [first, last] = lexer_->anchorWindow();
+    const long margin = KelvaroLexer::WindowBytes / 8;
+    const bool inside = caret >= first && caret <= last && first >= begin && last <= end;
+    if (inside && (caret - first >= margin || first == begin) && (last - caret >= margin || last == end))
+        return;
+    const long x = inside ? long(SendScintilla(SCI_POINTXFROMPOSITION, 0UL, caret)) : 0;
+    lexer_->setLongLineAnchor(caret);
+    lexer_->styleText(int(begin), int(end));
+    if (inside)
+        SendScintilla(SCI_SETXOFFSET, SendScintilla(SCI_GETXOFFSET) + SendScintilla(SCI_POINTXFROMPOSITION, 0UL, caret) - x);
+    else
+        SendScintilla(SCI_SCROLLCARET);
+    viewport()->update();
+}
+
 void KLTextView::setLineSeparators(const QList<qint64>& positions) {
     SendScintilla(SCI_MARKERDELETEALL, SeparatorMarker);
     const long length = SendScintilla(SCI_GETLENGTH);
@@ -286,6 +368,7 @@ void KLTextView::setEditorFont(int points) {
     const QFont font = editorFont(points);
     lexer_->setEditorFont(font);
     setMarginsFont(font);
+    SendScintilla(SCI_STYLESETVISIBLE, kelvaro_style::Hidden, 0L); // kept through the style reset
     lineNumberDigits_ = 0; // the digits' width changed with the font
     updateLineNumberWidth();
 }
@@ -402,8 +485,10 @@ void KLTextView::askOwnerShouldChange(qint64 location, qint64 removed, const QSt
 }
 
 void KLTextView::onUpdateUi(int updated) {
-    if (updated & SC_UPDATE_SELECTION)
+    if (updated & SC_UPDATE_SELECTION) {
+        followCursorOnLongLine();
         notifyOwner(KLTextViewOwnerCalls::DidChangeSelection);
+    }
     if (updated & (SC_UPDATE_V_SCROLL | SC_UPDATE_CONTENT))
         restyleStaleVisibleLines();
 }

@@ -297,6 +297,37 @@ CheckSummary checkProject(const fs::path& project, const std::vector<std::string
     return summary;
 }
 
+std::optional<Diagnostic> checkSourceText(const fs::path& project, const std::string& fileName, const std::string& text,
+                                          const Vocabulary& vocabulary) {
+    std::vector<std::string> sources = listSourceFiles(project);
+    auto found = std::find(sources.begin(), sources.end(), fileName);
+    if (found == sources.end())
+        found = sources.insert(sources.end(), fileName);
+    const std::size_t index = static_cast<std::size_t>(found - sources.begin());
+    LoadedProject loaded;
+    loaded.texts.resize(sources.size());
+    loaded.readErrors.resize(sources.size());
+    forEachIndex(sources.size(), [&](std::size_t i) {
+        loaded.texts[i] = i == index ? std::optional<std::string>(text) : readSource(project / sources[i], loaded.readErrors[i]);
+    });
+    shapeProject(loaded, sources);
+    if (loaded.error && loaded.error->file == fileName)
+        return loaded.error;
+    CompileContext context;
+    context.vocabulary = &vocabulary;
+    context.projectClasses = &loaded.classes;
+    const auto global = loaded.shapes.find("global");
+    context.global = global == loaded.shapes.end() ? nullptr : &global->second;
+    context.superclass = loaded.superclassOf(fileName);
+    context.classes = &loaded.shapes;
+    try {
+        compileClass(text, fileName, context);
+    } catch (const LanguageError& failure) {
+        return failure.diagnostic;
+    }
+    return std::nullopt;
+}
+
 std::optional<Diagnostic> runFolder(const fs::path& folder, std::int64_t maxSteps, std::function<void(const QString&)> print) {
     const std::vector<std::string> sources = listSourceFiles(folder);
     if (sources.empty() || !endsWith(sources.front(), kGlobalFileName))

@@ -1,0 +1,116 @@
+// A line of two million characters stays an ordinary line to edit: typing, deleting,
+// undo, find and replace, and saving keep every other byte exactly, also with
+// characters of two and four UTF-8 bytes before the place of the edit.
+#include "editor_test_texts.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+// "Sub Main()\n  " + two million characters (words, strings, "é", an emoji, a comment
+// mark half way) + "\nEnd Sub\n"; "NEEDLE" stands once, near the end of the long line.
+QString longLineText() {
+    const QString unit = QStringLiteral("x = Len(\"é😀\") + 42 ");
+    QString line;
+    line.reserve(2'000'100);
+    while (line.size() < 1'000'000)
+        line += unit;
+    line += QStringLiteral(" ' a comment from here on ");
+    while (line.size() < 1'999'000)
+        line += unit;
+    line += QStringLiteral("NEEDLE");
+    while (line.size() < 2'000'000)
+        line += QLatin1Char('z');
+    return QStringLiteral("Sub Main()\n  ") + line + QStringLiteral("\nEnd Sub\n");
+}
+
+struct EditCase {
+    const char* name;
+    // Does the edit on the view; returns the text the view must hold afterwards.
+    std::function<QString(KLTextView&, const QString&)> edit;
+};
+
+const qint64 middle = 1'000'013; // inside the long line, after a million characters
+
+} // namespace
+
+class LongLineEditing : public ::testing::TestWithParam<EditCase> {};
+
+TEST_P(LongLineEditing, KeepsTheTextByteExact) {
+    static const QString original = longLineText();
+    QTemporaryDir dir;
+    const QString path = dir.filePath("Long.NSObject.klvr");
+    {
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(original.toUtf8());
+    }
+    KLTextView view;
+    view.resize(800, 600);
+    view.show();
+    editor_test::setWordLists(view);
+    ASSERT_TRUE(view.load(path));
+    ASSERT_EQ(view.documentText(), original);
+    view.setFocus();
+    QCoreApplication::processEvents();
+
+    const QString expected = GetParam().edit(view, original);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(view.documentText() == expected) << "the text differs from what the edit should give";
+    ASSERT_TRUE(view.save(path));
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(f.readAll() == expected.toUtf8()) << "the saved file differs";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Edits, LongLineEditing,
+    ::testing::Values(
+        EditCase{"TypeInTheMiddle",
+                 [](KLTextView& v, const QString& text) {
+                     v.selectUtf16(middle, middle);
+                     QTest::keyClicks(&v, "Dim é");
+                     EXPECT_EQ(v.position(), middle + 5);
+                     return text.left(middle) + "Dim é" + text.mid(middle);
+                 }},
+        EditCase{"DeleteThenUndoBoth",
+                 [](KLTextView& v, const QString& text) {
+                     v.selectUtf16(middle, middle);
+                     QTest::keyClicks(&v, "abc");
+                     QTest::keyClick(&v, Qt::Key_Backspace);
+                     QTest::keyClick(&v, Qt::Key_Delete);
+                     while (v.isUndoAvailable())
+                         v.undo();
+                     return text;
+                 }},
+        EditCase{"FindNearTheEnd",
+                 [](KLTextView& v, const QString& text) {
+                     v.selectUtf16(0, 0);
+                     EXPECT_TRUE(v.findNext("NEEDLE"));
+                     EXPECT_EQ(v.selectionStartUtf16(), text.indexOf("NEEDLE"));
+                     EXPECT_EQ(v.selectionEndUtf16(), text.indexOf("NEEDLE") + 6);
+                     QTest::keyClicks(&v, "pin");
+                     return QString(text).replace("NEEDLE", "pin");
+                 }},
+        EditCase{"ReplaceAllThenUndo",
+                 [](KLTextView& v, const QString& text) {
+                     EXPECT_GT(v.findReplaceAll("😀", "ok"), 50000);
+                     EXPECT_EQ(v.documentText(), QString(text).replace("😀", "ok"));
+                     v.undo();
+                     return text;
+                 }},
+        EditCase{"HomeEndAndTypeAtBothEnds", [](KLTextView& v, const QString& text) {
+                     v.selectUtf16(middle, middle);
+                     QTest::keyClick(&v, Qt::Key_End);
+                     QTest::keyClicks(&v, "E");
+                     QTest::keyClick(&v, Qt::Key_Home);
+                     QTest::keyClicks(&v, "H");
+                     const qint64 lineEnd = text.indexOf(u'\n', 20);
+                     return text.left(13) + "H" + text.mid(13, lineEnd - 13) + "E" + text.mid(lineEnd);
+                 }}),
+    [](const auto& info) { return std::string(info.param.name); });
