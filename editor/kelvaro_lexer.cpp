@@ -157,6 +157,10 @@ void KelvaroLexer::styleLongLine(long line, long lineStart, long lineEnd) {
     long first = qMax(lineStart, centre - WindowBytes / 2);
     long last = qMin(lineEnd, first + WindowBytes);
     first = qMax(lineStart, last - WindowBytes);
+    if (revealed_.first < lineEnd && revealed_.second > lineStart && revealed_.second > revealed_.first) {
+        first = qMax(lineStart, qMin(first, revealed_.first));
+        last = qMin(lineEnd, qMax(last, revealed_.second));
+    }
     // The window starts between two words and both ends between two characters, so its
     // colours are the ones the whole line would give.
     const auto byteAt = [ed](long position) {
@@ -173,6 +177,35 @@ void KelvaroLexer::styleLongLine(long line, long lineStart, long lineEnd) {
         ++last;
     while (last < lineEnd && (byteAt(last) & 0xc0) == 0x80)
         ++last;
+
+    // Scintilla never leaves the cursor inside text it does not draw (it steps over it),
+    // so the line's indentation with its first word, and its line break, stay drawn:
+    // Home and End then land where they do on any line.
+    long head = lineStart;
+    while (head < first && (byteAt(head) == ' ' || byteAt(head) == '\t'))
+        ++head;
+    if (head < first)
+        ++head;
+    for (int k = 0; k < 64 && head < first && partOfWord(byteAt(head)); ++k)
+        ++head;
+    while (head < first && (byteAt(head) & 0xc0) == 0x80)
+        ++head;
+    long contentEnd = lineEnd;
+    while (contentEnd > last && (byteAt(contentEnd - 1) == '\n' || byteAt(contentEnd - 1) == '\r'))
+        --contentEnd;
+    if (head > lineStart) {
+        std::vector<char> headBytes(size_t(head - lineStart) + 1);
+        ed->SendScintilla(QsciScintilla::SCI_GETTEXTRANGE, lineStart, head, headBytes.data());
+        std::vector<char> headStyles(size_t(head - lineStart));
+        styleKelvaroLine(headBytes.data(), int(head - lineStart), words_, headStyles.data());
+        long run = 0;
+        for (long k = 1; k <= head - lineStart; ++k) {
+            if (k == head - lineStart || headStyles[size_t(k)] != headStyles[size_t(run)]) {
+                setStyling(int(k - run), headStyles[size_t(run)]);
+                run = k;
+            }
+        }
+    }
 
     const auto* before = reinterpret_cast<const char*>(
         ed->SendScintilla(QsciScintilla::SCI_GETRANGEPOINTER, lineStart, first - lineStart));
@@ -200,7 +233,7 @@ void KelvaroLexer::styleLongLine(long line, long lineStart, long lineEnd) {
     if (rest < total)
         styleKelvaroLine(bytes.data() + rest, int(total - rest), words_, styles.data() + rest);
 
-    setStyling(int(first - lineStart), Hidden);
+    setStyling(int(first - head), Hidden);
     long runStart = 0;
     for (long k = 1; k <= total; ++k) {
         if (k == total || styles[size_t(k)] != styles[size_t(runStart)]) {
@@ -208,7 +241,8 @@ void KelvaroLexer::styleLongLine(long line, long lineStart, long lineEnd) {
             runStart = k;
         }
     }
-    setStyling(int(lineEnd - last), Hidden);
+    setStyling(int(contentEnd - last), Hidden);
+    setStyling(int(lineEnd - contentEnd), Default);
     ed->SendScintilla(QsciScintilla::SCI_SETLINESTATE, line, generation_);
     if (anchored)
         anchorWindow_ = {first, last};

@@ -285,6 +285,7 @@ private:
     void updateLineNumberWidth();
     void restyleStaleVisibleLines();
     void followCursorOnLongLine();
+    void revealSelection();
     qint64 unitsBetween(long start, long end) const; // UTF-16 units of a span of bytes
     bool ownerHas(const char* method) const;
     void notifyOwner(const char* method);
