@@ -293,8 +293,10 @@ void KLTextView::revealSelection() {
     // it could not be typed over, deleted or cut. The selection is coloured first.
     const long start = SendScintilla(SCI_GETSELECTIONSTART);
     const long end = SendScintilla(SCI_GETSELECTIONEND);
-    if (start == end)
+    if (start == end) {
+        lexer_->setRevealed(-1, -1); // windows shrink back as their lines are coloured again
         return;
+    }
     const auto [shownStart, shownEnd] = lexer_->revealed();
     if (start >= shownStart && end <= shownEnd)
         return;
