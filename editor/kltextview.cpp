@@ -288,9 +288,28 @@ void KLTextView::restyleStaleVisibleLines() {
         viewport()->update();
 }
 
+void KLTextView::noteLongLines(long position, const char* text, long length) {
+    // Whether an insertion makes a line longer than the lexer colours in full: the longest
+    // run of the inserted text without a line break, with the line it goes into.
+    long longest = length;
+    if (text) {
+        longest = 0;
+        for (const char* at = text; at < text + length;) {
+            const auto* lineBreak = static_cast<const char*>(std::memchr(at, '\n', size_t(text + length - at)));
+            const char* runEnd = lineBreak ? lineBreak : text + length;
+            longest = qMax(longest, long(runEnd - at));
+            at = runEnd + 1;
+        }
+    }
+    const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, position);
+    longLines_ = longest + long(SendScintilla(SCI_LINELENGTH, lineNo)) > KelvaroLexer::LongLineBytes;
+}
+
 void KLTextView::revealSelection() {
     // Text in the Hidden style counts as protected for Scintilla: a selection reaching into
     // it could not be typed over, deleted or cut. The selection is coloured first.
+    if (!longLines_)
+        return;
     const long start = SendScintilla(SCI_GETSELECTIONSTART);
     const long end = SendScintilla(SCI_GETSELECTIONEND);
     if (start == end) {
@@ -316,6 +335,8 @@ void KLTextView::followCursorOnLongLine() {
     // On a very long line only a window around the cursor is coloured and measured (see
     // KelvaroLexer); when the cursor nears the window's edge or leaves it, the window is
     // moved to the cursor, and the cursor keeps its place on the screen.
+    if (!longLines_)
+        return;
     const long caret = SendScintilla(SCI_GETCURRENTPOS);
     const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, caret);
     const long begin = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
@@ -454,11 +475,13 @@ void KLTextView::notifyOwner(const char* method) {
         QMetaObject::invokeMethod(owner_, method, Qt::DirectConnection, Q_ARG(QObject*, this));
 }
 
-void KLTextView::onModified(int position, int modificationType, const char*, int length, int, int, int, int,
-                            int, int) {
+void KLTextView::onModified(int position, int modificationType, const char* text, int length, int, int, int,
+                            int, int, int) {
     // Only notifications of what is about to change arrive (see configure()).
     if (!(modificationType & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)))
         return;
+    if ((modificationType & SC_MOD_BEFOREINSERT) && !longLines_)
+        noteLongLines(position, text, length);
     // An insertion announced earlier is complete now, and still where it was put.
     reportPendingInsertion();
     ++changeCount_;

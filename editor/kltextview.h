@@ -286,6 +286,8 @@ private:
     void restyleStaleVisibleLines();
     void followCursorOnLongLine();
     void revealSelection();
+    void noteLongLines(long position, const char* text, long length);
+    bool longLines_ = false; // a line of the text was ever longer than the lexer colours in full
     qint64 unitsBetween(long start, long end) const; // UTF-16 units of a span of bytes
     bool ownerHas(const char* method) const;
     void notifyOwner(const char* method);
