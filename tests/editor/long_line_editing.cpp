@@ -3,6 +3,8 @@
 // characters of two and four UTF-8 bytes before the place of the edit.
 #include "editor_test_texts.h"
 
+#include "editor/kelvaro_styler.h"
+
 #include <QFile>
 #include <QKeyEvent>
 #include <QTemporaryDir>
@@ -135,4 +137,49 @@ INSTANTIATE_TEST_SUITE_P(
                      const qint64 lineEnd = text.indexOf(u'\n', 20);
                      return text.left(13) + "H" + text.mid(13, lineEnd - 13) + "E" + text.mid(lineEnd);
                  }}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+// Where only a window of a long line is coloured, it has the colours the whole line gives,
+// also when the window begins inside a string or a comment.
+struct WindowCase {
+    const char* name;
+    QByteArray before; // the long part in front of the window
+    QByteArray atCursor;
+};
+
+class LongLineWindow : public ::testing::TestWithParam<WindowCase> {};
+
+TEST_P(LongLineWindow, ColoursAsTheWholeLine) {
+    const WindowCase& c = GetParam();
+    const QByteArray line = "  " + c.before + c.atCursor + " Dim x As Integer = Len(\"a\"\"b\") ' end";
+    const QByteArray text = "Sub A()\n" + line + "\nEnd Sub\n";
+    KLTextView view;
+    view.resize(800, 600);
+    view.show();
+    editor_test::setWordLists(view);
+    view.setText(QString::fromUtf8(text));
+    const long cursor = 8 + 2 + c.before.size();
+    view.SendScintilla(QsciScintilla::SCI_GOTOPOS, cursor);
+    QCoreApplication::processEvents();
+    view.repaint();
+    KelvaroWordLists words;
+    words.setKeywords(editor_test::keywords());
+    words.setTypes(editor_test::types());
+    words.setCommands(editor_test::commands());
+    std::vector<char> whole(size_t(line.size()));
+    styleKelvaroLine(line.constData(), int(line.size()), words, whole.data());
+    int compared = 0;
+    for (long at = cursor - 200; at < cursor + 200 && at < 8 + long(line.size()); ++at, ++compared)
+        ASSERT_EQ(int(view.SendScintilla(QsciScintilla::SCI_GETSTYLEAT, at)), int(whole[size_t(at - 8)]))
+            << "at byte " << at - cursor << " from the cursor";
+    EXPECT_GT(compared, 230); // from 200 bytes before the cursor to the end of the line
+    EXPECT_EQ(int(view.SendScintilla(QsciScintilla::SCI_GETSTYLEAT, 8L + 5000)), kelvaro_style::Hidden);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Windows, LongLineWindow,
+    ::testing::Values(WindowCase{"InCode", QByteArray("Dim v As Integer = Len(\"a\") ").repeated(700), " + 1"},
+                      WindowCase{"InAString", "s = \"" + QByteArray(20000, 'q') + "\"\"", "still text\" + 2"},
+                      WindowCase{"InAComment", "n = 1 ' \"" + QByteArray(20000, 'c'), " Dim in comment"},
+                      WindowCase{"AfterRem", "Rem " + QByteArray(20000, 'r') + " \"", " all comment"}),
     [](const auto& info) { return std::string(info.param.name); });
