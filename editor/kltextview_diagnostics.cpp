@@ -7,13 +7,13 @@
 
 namespace {
 
-// Numbers apart from the breakpoint (1) and separator (2) markers and from the
-// indicators QScintilla hands out itself (counted down from the top of the range).
+// Numbers apart from the view's other markers (breakpoints 1, separators 2); the view
+// uses no other indicator.
 constexpr int DiagnosticMarker = 3;
 constexpr int DiagnosticIndicator = 9;
 constexpr int SymbolMarginIndex = 1;
-// The underline covers at most this many bytes of a line: on a very long line the
-// indicator would otherwise make Scintilla lay out the whole line again.
+// The underline covers at most this many bytes of a line: on a very long line only its
+// start is marked, so the mark costs what it costs on a short line.
 constexpr long UnderlineBytes = 4096;
 
 // Shows the message of the line under the mouse as its tooltip.

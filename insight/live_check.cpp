@@ -5,6 +5,10 @@
 #include <QFileInfo>
 #include <QThreadPool>
 
+#ifdef Q_OS_LINUX
+#include <sys/resource.h>
+#endif
+
 LiveCheck::LiveCheck(const QString& resourcesFolder, QObject* parent)
     : QObject(parent), resourcesFolder_(resourcesFolder), thread_(std::make_unique<QThreadPool>()) {
     thread_->setMaxThreadCount(1);
@@ -45,6 +49,11 @@ void LiveCheck::startLocked(Job job) {
     running_ = true;
     const std::function<void()> gate = gate_;
     thread_->start([this, job = std::move(job), gate] {
+#ifdef Q_OS_LINUX
+        // The check yields the processor to typing: on Linux this niceness is the calling
+        // thread's own (and the file readers it starts inherit it).
+        setpriority(PRIO_PROCESS, 0, 10);
+#endif
         if (gate)
             gate();
         if (!engine_)
