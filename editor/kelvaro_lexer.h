@@ -37,8 +37,30 @@ public:
     // Bytes coloured since the lexer was made (lets tests see how much work a pass did).
     qint64 styledBytes() const { return styledBytes_; }
 
+    // A very long line. Scintilla measures every character of a line it lays out, and it
+    // lays out the cursor's line after every keystroke, so on a line of a million
+    // characters each keystroke would take seconds. Such a line is coloured only in a
+    // window of WindowBytes around an anchor (the cursor, which the view keeps inside it)
+    // or, without the anchor on it, at its start; the rest of the line gets the Hidden
+    // style, which Scintilla neither measures nor draws. The text is untouched.
+    static constexpr long LongLineBytes = 8192;
+    static constexpr long WindowBytes = 2048;
+    void setLongLineAnchor(long bytePosition) { anchor_ = bytePosition; }
+    // Scintilla refuses to change text of a style it does not draw, so a selection is
+    // always coloured in full: the windows of the long lines it touches grow to hold it.
+    void setRevealed(long start, long end) { revealed_ = {start, end}; }
+    std::pair<long, long> revealed() const { return revealed_; }
+    // The coloured window [first, second) of the long line last coloured around the anchor.
+    std::pair<long, long> anchorWindow() const { return anchorWindow_; }
+
 private:
     void newGeneration() { ++generation_; }
+    // Colours lines [from, to) that are all shorter than LongLineBytes.
+    void styleShortLines(long firstLine, long from, long to);
+    void styleLongLine(long line, long lineStart, long lineEnd);
+    long anchor_ = -1;
+    std::pair<long, long> revealed_{-1, -1};
+    std::pair<long, long> anchorWindow_{-1, -1};
 
     KelvaroWordLists words_;
     QFont font_;

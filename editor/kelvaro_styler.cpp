@@ -139,3 +139,21 @@ void styleKelvaroLine(const char* text, int length, const KelvaroWordLists& word
         ++i;
     }
 }
+
+KelvaroLineState kelvaroStateAfter(const char* text, long length) {
+    const auto* s = reinterpret_cast<const unsigned char*>(text);
+    long i = 0;
+    while (i < length && (s[i] == ' ' || s[i] == '\t'))
+        ++i;
+    if (i + 3 <= length && (s[i] | 0x20) == 'r' && (s[i + 1] | 0x20) == 'e' && (s[i + 2] | 0x20) == 'm' &&
+        (i + 3 == length || !isWordPart(s[i + 3])))
+        return KelvaroLineState::InComment; // (callers cut lines between words)
+    bool quoted = false;
+    for (; i < length; ++i) {
+        if (s[i] == '"')
+            quoted = !quoted; // two quotes inside a string toggle twice
+        else if (s[i] == '\'' && !quoted)
+            return KelvaroLineState::InComment;
+    }
+    return quoted ? KelvaroLineState::InString : KelvaroLineState::Code;
+}

@@ -19,6 +19,9 @@ enum Style : char {
     Command = 6,
 };
 constexpr int StyleCount = 7;
+// The part of a very long line away from the cursor: drawn with no width and never
+// measured (see KelvaroLexer).
+constexpr int Hidden = StyleCount;
 } // namespace kelvaro_style
 
 // The three word lists, held in lower case (the language ignores letter case) as
@@ -43,3 +46,8 @@ private:
 // Fills styles[0..length) for the bytes of one line. The line may end with its line
 // break ("\n", "\r\n" or "\r"); line-break bytes get the Default style.
 void styleKelvaroLine(const char* text, int length, const KelvaroWordLists& words, char* styles);
+
+// Where the first `length` bytes of a line leave the colouring: inside a string, in a
+// comment (a quote mark outside strings, or "Rem" as the line's first word), or in code.
+enum class KelvaroLineState { Code, InString, InComment };
+KelvaroLineState kelvaroStateAfter(const char* text, long length);

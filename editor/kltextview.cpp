@@ -13,6 +13,9 @@
 #include <QKeyEvent>
 #include <QMetaMethod>
 #include <QThreadPool>
+#include <QtAlgorithms>
+
+#include <cstring>
 
 namespace {
 
@@ -44,6 +47,43 @@ void installPlainAccessible() {
     Q_UNUSED(installed);
 }
 
+// Scintilla counts UTF-16 code units character by character; on a line of a million
+// characters that is milliseconds per position. The view's text is valid UTF-8, where
+// every byte but a continuation byte starts a character and a four-byte character is two
+// units, so a plain pass over the bytes gives the same count.
+constexpr long CountItselfFrom = 4096; // bytes; shorter spans are left to Scintilla
+
+qint64 utf16Units(const unsigned char* s, long length) {
+    qint64 units = 0;
+    long i = 0;
+    // Eight bytes at a time: a continuation byte has its top bits 10, the lead byte of a
+    // four-byte character 1111.
+    constexpr quint64 high = 0x8080808080808080ULL;
+    for (; i + 8 <= length; i += 8) {
+        quint64 w;
+        std::memcpy(&w, s + i, 8);
+        const int continuation = qPopulationCount((w & ~(w << 1)) & high);
+        const int fourByteLeads = qPopulationCount(w & (w << 1) & (w << 2) & (w << 3) & high);
+        units += 8 - continuation + fourByteLeads;
+    }
+    for (; i < length; ++i)
+        units += ((s[i] & 0xc0) != 0x80) + (s[i] >= 0xf0);
+    return units;
+}
+
+// The number of bytes from s that hold `units` UTF-16 code units (never splitting a
+// character), at most `length`.
+long bytesForUnits(const unsigned char* s, long length, qint64 units) {
+    long i = 0;
+    while (i < length && units > 0) {
+        units -= 1 + (s[i] >= 0xf0);
+        ++i;
+        while (i < length && (s[i] & 0xc0) == 0x80)
+            ++i;
+    }
+    return i;
+}
+
 } // namespace
 
 const QString KLTextView::NoContextMarker = QString::fromUtf16(completionNoContextMarker);
@@ -67,6 +107,7 @@ void KLTextView::configure() {
     setUtf8(true);
     lexer_ = new KelvaroLexer(this);
     setLexer(lexer_);
+    SendScintilla(SCI_STYLESETVISIBLE, kelvaro_style::Hidden, 0L);
     // UTF-16 offsets of every line start, kept up to date by Scintilla: converting a
     // position costs a line lookup, not a pass over the text.
     SendScintilla(SCI_ALLOCATELINECHARACTERINDEX, SC_LINECHARACTERINDEX_UTF16);
@@ -117,6 +158,10 @@ void KLTextView::configure() {
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this, &KLTextView::onModified);
     connect(this, &QsciScintillaBase::SCN_MODIFYATTEMPTRO, this, &KLTextView::readOnlyEditAttempted);
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &KLTextView::onUpdateUi);
+    // QScintilla answers every cursor move with the cursor's column, counted from the
+    // start of the line: milliseconds on a very long line. Nothing here uses that signal
+    // (cursorPositionChanged) nor QScintilla's brace matching, which the same slot drives.
+    disconnect(this, SIGNAL(SCN_UPDATEUI(int)), this, SLOT(handleUpdateUI(int)));
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &KLTextView::onCharAdded);
     connect(this, &QsciScintilla::marginClicked, this, &KLTextView::onMarginClicked);
     connect(this, &QsciScintilla::userListActivated, this,
@@ -131,8 +176,14 @@ qint64 KLTextView::utf16FromBytes(qint64 bytePosition) const {
     const long pos = long(qBound<qint64>(0, bytePosition, qint64(length)));
     const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, pos);
     const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
-    return SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) +
-           SendScintilla(SCI_COUNTCODEUNITS, lineStart, pos);
+    return SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) + unitsBetween(lineStart, pos);
+}
+
+qint64 KLTextView::unitsBetween(long start, long end) const {
+    if (end - start < CountItselfFrom)
+        return SendScintilla(SCI_COUNTCODEUNITS, start, end);
+    return utf16Units(
+        reinterpret_cast<const unsigned char*>(SendScintilla(SCI_GETRANGEPOINTER, start, end - start)), end - start);
 }
 
 qint64 KLTextView::bytesFromUtf16(qint64 utf16Position) const {
@@ -143,13 +194,18 @@ qint64 KLTextView::bytesFromUtf16(qint64 utf16Position) const {
     const long lastLine = SendScintilla(SCI_LINEFROMPOSITION, length);
     const qint64 total =
         SendScintilla(SCI_INDEXPOSITIONFROMLINE, lastLine, SC_LINECHARACTERINDEX_UTF16) +
-        SendScintilla(SCI_COUNTCODEUNITS, SendScintilla(SCI_POSITIONFROMLINE, lastLine), length);
+        unitsBetween(long(SendScintilla(SCI_POSITIONFROMLINE, lastLine)), length);
     if (units >= total)
         return length;
     const long lineNo = SendScintilla(SCI_LINEFROMINDEXPOSITION, long(units), SC_LINECHARACTERINDEX_UTF16);
     const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
     const long lineIndex = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16);
-    return SendScintilla(SCI_POSITIONRELATIVECODEUNITS, lineStart, long(units - lineIndex));
+    if (units - lineIndex < CountItselfFrom)
+        return SendScintilla(SCI_POSITIONRELATIVECODEUNITS, lineStart, long(units - lineIndex));
+    const long lineEnd = SendScintilla(SCI_GETLINEENDPOSITION, lineNo);
+    const auto* bytes =
+        reinterpret_cast<const unsigned char*>(SendScintilla(SCI_GETRANGEPOINTER, lineStart, lineEnd - lineStart));
+    return lineStart + bytesForUnits(bytes, lineEnd - lineStart, units - lineIndex);
 }
 
 qint64 KLTextView::line() const {
@@ -236,6 +292,77 @@ void KLTextView::restyleStaleVisibleLines() {
         viewport()->update();
 }
 
+void KLTextView::noteLongLines(long position, const char* text, long length) {
+    // Whether an insertion makes a line longer than the lexer colours in full: the longest
+    // run of the inserted text without a line break, with the line it goes into.
+    long longest = length;
+    if (text) {
+        longest = 0;
+        for (const char* at = text; at < text + length;) {
+            const auto* lineBreak = static_cast<const char*>(std::memchr(at, '\n', size_t(text + length - at)));
+            const char* runEnd = lineBreak ? lineBreak : text + length;
+            longest = qMax(longest, long(runEnd - at));
+            at = runEnd + 1;
+        }
+    }
+    const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, position);
+    longLines_ = longest + long(SendScintilla(SCI_LINELENGTH, lineNo)) > KelvaroLexer::LongLineBytes;
+}
+
+void KLTextView::revealSelection() {
+    // Text in the Hidden style counts as protected for Scintilla: a selection reaching into
+    // it could not be typed over, deleted or cut. The selection is coloured first.
+    if (!longLines_)
+        return;
+    const long start = SendScintilla(SCI_GETSELECTIONSTART);
+    const long end = SendScintilla(SCI_GETSELECTIONEND);
+    if (start == end) {
+        lexer_->setRevealed(-1, -1); // windows shrink back as their lines are coloured again
+        return;
+    }
+    const auto [shownStart, shownEnd] = lexer_->revealed();
+    if (start >= shownStart && end <= shownEnd)
+        return;
+    bool hidden = false;
+    const long firstLine = SendScintilla(SCI_LINEFROMPOSITION, start);
+    const long lastLine = SendScintilla(SCI_LINEFROMPOSITION, end);
+    for (long lineNo = firstLine; lineNo <= lastLine && !hidden; ++lineNo)
+        hidden = SendScintilla(SCI_LINELENGTH, lineNo) > KelvaroLexer::LongLineBytes;
+    if (!hidden)
+        return;
+    lexer_->setRevealed(start, end);
+    lexer_->styleText(int(SendScintilla(SCI_POSITIONFROMLINE, firstLine)),
+                      int(SendScintilla(SCI_GETLINEENDPOSITION, lastLine)));
+}
+
+void KLTextView::followCursorOnLongLine() {
+    // On a very long line only a window around the cursor is coloured and measured (see
+    // KelvaroLexer); when the cursor nears the window's edge or leaves it, the window is
+    // moved to the cursor, and the cursor keeps its place on the screen.
+    if (!longLines_)
+        return;
+    const long caret = SendScintilla(SCI_GETCURRENTPOS);
+    const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, caret);
+    const long begin = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
+    const long end = lineNo + 1 < SendScintilla(SCI_GETLINECOUNT) ? long(SendScintilla(SCI_POSITIONFROMLINE, lineNo + 1))
+                                                                   : long(SendScintilla(SCI_GETLENGTH));
+    if (end - begin <= KelvaroLexer::LongLineBytes)
+        return;
+    const auto [first, last] = lexer_->anchorWindow();
+    const long margin = KelvaroLexer::WindowBytes / 8;
+    const bool inside = caret >= first && caret <= last && first >= begin && last <= end;
+    if (inside && (caret - first >= margin || first == begin) && (last - caret >= margin || last == end))
+        return;
+    const long x = inside ? long(SendScintilla(SCI_POINTXFROMPOSITION, 0UL, caret)) : 0;
+    lexer_->setLongLineAnchor(caret);
+    lexer_->styleText(int(begin), int(end));
+    if (inside)
+        SendScintilla(SCI_SETXOFFSET, SendScintilla(SCI_GETXOFFSET) + SendScintilla(SCI_POINTXFROMPOSITION, 0UL, caret) - x);
+    else
+        SendScintilla(SCI_SCROLLCARET);
+    viewport()->update();
+}
+
 void KLTextView::setLineSeparators(const QList<qint64>& positions) {
     SendScintilla(SCI_MARKERDELETEALL, SeparatorMarker);
     const long length = SendScintilla(SCI_GETLENGTH);
@@ -290,6 +417,7 @@ void KLTextView::setEditorFont(int points) {
     const QFont font = editorFont(points);
     lexer_->setEditorFont(font);
     setMarginsFont(font);
+    SendScintilla(SCI_STYLESETVISIBLE, kelvaro_style::Hidden, 0L); // kept through the style reset
     lineNumberDigits_ = 0; // the digits' width changed with the font
     updateLineNumberWidth();
 }
@@ -351,11 +479,13 @@ void KLTextView::notifyOwner(const char* method) {
         QMetaObject::invokeMethod(owner_, method, Qt::DirectConnection, Q_ARG(QObject*, this));
 }
 
-void KLTextView::onModified(int position, int modificationType, const char*, int length, int, int, int, int,
-                            int, int) {
+void KLTextView::onModified(int position, int modificationType, const char* text, int length, int, int, int,
+                            int, int, int) {
     // Only notifications of what is about to change arrive (see configure()).
     if (!(modificationType & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)))
         return;
+    if ((modificationType & SC_MOD_BEFOREINSERT) && !longLines_)
+        noteLongLines(position, text, length);
     // An insertion announced earlier is complete now, and still where it was put.
     reportPendingInsertion();
     ++changeCount_;
@@ -406,8 +536,11 @@ void KLTextView::askOwnerShouldChange(qint64 location, qint64 removed, const QSt
 }
 
 void KLTextView::onUpdateUi(int updated) {
-    if (updated & SC_UPDATE_SELECTION)
+    if (updated & SC_UPDATE_SELECTION) {
+        revealSelection();
+        followCursorOnLongLine();
         notifyOwner(KLTextViewOwnerCalls::DidChangeSelection);
+    }
     if (updated & (SC_UPDATE_V_SCROLL | SC_UPDATE_CONTENT))
         restyleStaleVisibleLines();
 }

@@ -35,6 +35,7 @@
 
 #include "editor/document_file.h"
 #include "editor/page_renderer.h"
+#include "insight/live_diagnostics.h"
 
 #include <functional>
 #include <future>
@@ -238,6 +239,26 @@ public:
     Q_INVOKABLE QList<qint64> delegate_textView_willChangeSelection(qint64 oldStart, qint64 oldLength,
                                                                     qint64 newStart, qint64 newLength);
 
+    // ---- live diagnostics (kltextview_diagnostics.cpp) ----
+    // Marks the lines of the checker's errors: a wavy line under the line's text, a mark
+    // in the symbol margin, and the message as the line's tooltip. The marks move with
+    // their lines as the text is edited; an empty list clears them. Neither the text nor
+    // the undo history changes.
+    void setLineDiagnostics(const QList<LiveDiagnostic>& diagnostics);
+    // The message marked on a 1-based line ("" for none), and the marked lines.
+    QString diagnosticAt(qint64 line) const;
+    QList<qint64> diagnosticLines() const;
+
+private:
+    struct DiagnosticMark {
+        int handle = -1; // Scintilla's marker handle, which follows its line
+        QString message;
+    };
+    QList<DiagnosticMark> diagnosticMarks_;
+    bool diagnosticsConfigured_ = false;
+    void configureDiagnostics();
+
+public:
 signals:
     // After every save, on the interface thread: a document_file::WriteStatus and,
     // for a failed write, why.
@@ -273,6 +294,11 @@ private:
     void insertCompletion(const QString& chosen);
     void updateLineNumberWidth();
     void restyleStaleVisibleLines();
+    void followCursorOnLongLine();
+    void revealSelection();
+    void noteLongLines(long position, const char* text, long length);
+    bool longLines_ = false; // a line of the text was ever longer than the lexer colours in full
+    qint64 unitsBetween(long start, long end) const; // UTF-16 units of a span of bytes
     bool ownerHas(const char* method) const;
     void notifyOwner(const char* method);
     // The selected lines as [first, last] (0-based); a selection ending at the start of

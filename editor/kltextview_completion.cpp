@@ -6,6 +6,8 @@
 // owner for that word's completion text and shows it as a tip.
 #include "editor/kltextview.h"
 
+#include "editor/kelvaro_styler.h"
+
 #include <QKeyEvent>
 
 namespace {
@@ -22,8 +24,7 @@ constexpr qsizetype MostCandidatesShown = 200;
 constexpr qsizetype LettersThatOpenTheList = 3;
 
 // Whether the end of `line` lies in a quoted text or a comment ("'" outside quotes).
-bool endsInTextOrComment(QStringView line) {
-    bool quoted = false;
+bool endsInTextOrComment(QStringView line, bool quoted = false) {
     for (const QChar c : line) {
         if (c == u'"')
             quoted = !quoted;
@@ -41,9 +42,22 @@ KLTextView::CompletionContext KLTextView::completionContext(qint64 utf16Position
     CompletionContext context;
     const long bytePos = long(bytesFromUtf16(utf16Position));
     const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, SendScintilla(SCI_LINEFROMPOSITION, bytePos));
-    const qint64 lineStartUtf16 = utf16FromBytes(lineStart);
-    QByteArray bytes(bytePos - lineStart + 1, '\0');
-    SendScintilla(SCI_GETTEXTRANGE, lineStart, bytePos, bytes.data());
+    // On a very long line only the last bytes before the position are read as text; the
+    // part before them only tells whether they start in a string or a comment.
+    constexpr long ContextBytes = 2048;
+    long readStart = lineStart;
+    KelvaroLineState before = KelvaroLineState::Code;
+    if (bytePos - lineStart > ContextBytes) {
+        readStart = bytePos - ContextBytes;
+        while (readStart > lineStart && (SendScintilla(SCI_GETCHARAT, readStart) & 0xc0) == 0x80)
+            --readStart;
+        before = kelvaroStateAfter(
+            reinterpret_cast<const char*>(SendScintilla(SCI_GETRANGEPOINTER, lineStart, readStart - lineStart)),
+            readStart - lineStart);
+    }
+    const qint64 lineStartUtf16 = utf16FromBytes(readStart);
+    QByteArray bytes(bytePos - readStart + 1, '\0');
+    SendScintilla(SCI_GETTEXTRANGE, readStart, bytePos, bytes.data());
     bytes.chop(1);
     const QString text = QString::fromUtf8(bytes);
     const qint64 pos = text.size();
@@ -53,7 +67,8 @@ KLTextView::CompletionContext KLTextView::completionContext(qint64 utf16Position
     context.wordStart = lineStartUtf16 + wordStart;
     context.partialWord = text.mid(wordStart, pos - wordStart);
     context.expression = NoContextMarker;
-    context.inTextOrComment = endsInTextOrComment(QStringView(text).left(wordStart));
+    context.inTextOrComment = before == KelvaroLineState::InComment ||
+                              endsInTextOrComment(QStringView(text).left(wordStart), before == KelvaroLineState::InString);
     if (wordStart > 0 && text[wordStart - 1] == u'.') {
         // The chain of words and points in front of the point: "me.list" of "me.list.Ad".
         qint64 exprStart = wordStart - 1;
@@ -201,6 +216,7 @@ void KLTextView::onCharAdded(int character) {
 }
 
 void KLTextView::keyPressEvent(QKeyEvent* event) {
+    revealSelection(); // a key may replace the selection (editor/kltextview.cpp)
     if (event->key() == Qt::Key_Space && (event->modifiers() & Qt::ControlModifier)) {
         showCompletion();
         return;

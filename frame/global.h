@@ -24,6 +24,7 @@ class findreplace;
 class findreplacefile;
 class QLineEdit;
 class KLTextView;
+class LiveCheck; // live diagnostics
 class QFileSystemWatcher;
 class RecoveryJournal;
 class LogPanel;
@@ -482,6 +483,15 @@ public:
     Q_INVOKABLE void goGlobal(const Value& sender = Value());
     Q_INVOKABLE void global_global();
     // ==== end of External tools ====
+    // ---- Live diagnostics (insight/live_check_actions.cpp) ----
+    // After the typing pause the checker runs over the shown document on its own thread
+    // (the project's other files as saved); its errors are marked in the view, and the
+    // status line shows the message while the cursor is on a marked line.
+    LiveCheck* liveCheck();
+    void requestLiveCheck();
+    void showDiagnosticOfLine(KLTextView* view);
+    LiveCheck* liveCheck_ = nullptr;
+    QString shownDiagnostic_; // the message the status line shows, "" for none
 
 private:
     void Init();

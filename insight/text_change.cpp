@@ -28,6 +28,7 @@ void Global::tTextDidChangeFired() {
     mycode->PerformTextDidChange();
     if (!passSaves)
         saveModifiedDocuments(SaveWait::Background, shown);
+    requestLiveCheck(); // the checker runs on its own thread (insight/live_check_actions.cpp)
 }
 
 void Global::KLVR_TextViewDidChangeSelection(QObject* view) {
@@ -36,6 +37,7 @@ void Global::KLVR_TextViewDidChangeSelection(QObject* view) {
     if (!textView || textView != mytextview())
         return;
     UpdateLine(textView);
+    showDiagnosticOfLine(textView);
     KLVR_NSTIMER_STOP(tLastPosition);
     tLastPosition = KLVR_NSTIMER_INIT(this, QStringLiteral("dotLastPosition"), 5.0);
 }

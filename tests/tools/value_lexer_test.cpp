@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -45,6 +46,17 @@ TEST_P(Operators, GiveTheDocumentedResult) {
     EXPECT_EQ(outcome(c.op, c.a, c.b), c.expected);
 }
 
+// "Add_I5_0", "IntDiv_Divisionbyzero_17": the operator, what it should give, its row.
+std::string operatorCaseName(const ::testing::TestParamInfo<OpCase>& info) {
+    static const char* const names[] = {"Add", "Sub", "Mul", "Div", "IntDiv", "Mod", "Pow", "Concat", "Eq",
+                                        "Ne",  "Lt",  "Gt",  "Le",  "Ge",     "And", "Or",  "Xor",    "Is"};
+    std::string name = std::string(names[static_cast<int>(info.param.op)]) + "_";
+    for (char c : info.param.expected)
+        if (std::isalnum(static_cast<unsigned char>(c)))
+            name += c;
+    return name + "_" + std::to_string(info.index);
+}
+
 constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
@@ -68,7 +80,8 @@ INSTANTIATE_TEST_SUITE_P(
         OpCase{BinOp::Eq, S("1"), I(1), "Type mismatch"}, OpCase{BinOp::Gt, B(true), B(false), "B:True"},
         OpCase{BinOp::Is, Value(), I(0), "B:False"}, OpCase{BinOp::Is, Value(), Value(), "B:True"},
         OpCase{BinOp::And, I(6), I(3), "I:2"}, OpCase{BinOp::Xor, B(true), B(true), "B:False"},
-        OpCase{BinOp::Or, B(true), I(1), "Type mismatch"}));
+        OpCase{BinOp::Or, B(true), I(1), "Type mismatch"}),
+    operatorCaseName);
 
 TEST(Conversions, AssignmentToTypedVariables) {
     using klvr::DeclType;

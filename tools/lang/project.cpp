@@ -319,6 +319,22 @@ CheckSummary checkProject(const fs::path& project, const std::vector<std::string
     return summary;
 }
 
+std::optional<Diagnostic> checkSourceText(const fs::path& project, const std::string& fileName, const std::string& text,
+                                          const Vocabulary& vocabulary) {
+    std::vector<std::string> sources = listSourceFiles(project);
+    auto found = std::find(sources.begin(), sources.end(), fileName);
+    if (found == sources.end())
+        found = sources.insert(sources.end(), fileName);
+    const std::size_t index = static_cast<std::size_t>(found - sources.begin());
+    std::vector<SourceText> files(sources.size());
+    forEachIndex(sources.size(), [&](std::size_t i) {
+        files[i].name = sources[i];
+        std::string unreadable;
+        files[i].text = i == index ? text : readSource(project / sources[i], unreadable).value_or(std::string());
+    });
+    return checkSourceOf(files, index, vocabulary);
+}
+
 std::optional<Diagnostic> runFolder(const fs::path& folder, std::int64_t maxSteps, std::function<void(const QString&)> print) {
     const std::vector<std::string> sources = listSourceFiles(folder);
     if (sources.empty() || !endsWith(sources.front(), kGlobalFileName))

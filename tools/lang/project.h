@@ -42,6 +42,12 @@ struct CheckSummary {
 CheckSummary checkProject(const std::filesystem::path& project, const std::vector<std::string>& sources,
                           const Vocabulary& vocabulary);
 
+// Checks one source of the project given as text (an editor's unsaved text) against the
+// project's other files as they are on disk: the first error of that text, if any. A
+// file of the project that cannot be read counts as empty.
+std::optional<Diagnostic> checkSourceText(const std::filesystem::path& project, const std::string& fileName,
+                                          const std::string& text, const Vocabulary& vocabulary);
+
 // Runs the program of the sources in `folder`; each line it prints goes to `print`, or
 // to standard output when `print` is empty. Returns the error, if the program failed.
 std::optional<Diagnostic> runFolder(const std::filesystem::path& folder, std::int64_t maxSteps = -1,
