@@ -7,6 +7,7 @@
 #include "editor/kltextview.h"
 
 #include "editor/kelvaro_styler.h"
+#include "insight/completion_context.h"
 
 #include <QKeyEvent>
 
@@ -22,17 +23,6 @@ constexpr int CompletionListId = 1;
 constexpr qsizetype MostCandidatesShown = 200;
 // A word opens the list by itself when it reaches this many letters.
 constexpr qsizetype LettersThatOpenTheList = 3;
-
-// Whether the end of `line` lies in a quoted text or a comment ("'" outside quotes).
-bool endsInTextOrComment(QStringView line, bool quoted = false) {
-    for (const QChar c : line) {
-        if (c == u'"')
-            quoted = !quoted;
-        else if (c == u'\'' && !quoted)
-            return true;
-    }
-    return quoted;
-}
 
 } // namespace
 
@@ -59,40 +49,17 @@ KLTextView::CompletionContext KLTextView::completionContext(qint64 utf16Position
     QByteArray bytes(bytePos - readStart + 1, '\0');
     SendScintilla(SCI_GETTEXTRANGE, readStart, bytePos, bytes.data());
     bytes.chop(1);
-    const QString text = QString::fromUtf8(bytes);
-    const qint64 pos = text.size();
-    qint64 wordStart = pos;
-    while (wordStart > 0 && isWordChar(text[wordStart - 1]))
-        --wordStart;
-    context.wordStart = lineStartUtf16 + wordStart;
-    context.partialWord = text.mid(wordStart, pos - wordStart);
-    context.expression = NoContextMarker;
-    context.inTextOrComment = before == KelvaroLineState::InComment ||
-                              endsInTextOrComment(QStringView(text).left(wordStart), before == KelvaroLineState::InString);
-    if (wordStart > 0 && text[wordStart - 1] == u'.') {
-        // The chain of words and points in front of the point: "me.list" of "me.list.Ad".
-        qint64 exprStart = wordStart - 1;
-        while (exprStart > 0 && (isWordChar(text[exprStart - 1]) || text[exprStart - 1] == u'.'))
-            --exprStart;
-        const QString expression = text.mid(exprStart, wordStart - 1 - exprStart);
-        if (!expression.isEmpty())
-            context.expression = expression;
-    }
+    const CompletionLineContext line = completionContextOfLine(QString::fromUtf8(bytes), before == KelvaroLineState::InString,
+                                                               before == KelvaroLineState::InComment);
+    context.wordStart = lineStartUtf16 + line.wordStart;
+    context.partialWord = line.partialWord;
+    context.expression = line.expression;
+    context.inTextOrComment = line.inTextOrComment;
     return context;
 }
 
 QStringList KLTextView::filterCandidates(const QStringList& all, const QString& partialWord) {
-    if (partialWord.isEmpty())
-        return all;
-    QStringList exactCase;
-    QStringList otherCase;
-    for (const QString& candidate : all) {
-        if (candidate.startsWith(partialWord))
-            exactCase << candidate;
-        else if (candidate.startsWith(partialWord, Qt::CaseInsensitive))
-            otherCase << candidate;
-    }
-    return exactCase + otherCase;
+    return filterCompletionCandidates(all, partialWord);
 }
 
 QStringList KLTextView::delegate_textView_completions(const QStringList& words, qint64 start, qint64 length) {

@@ -7,8 +7,7 @@ namespace {
 bool isWordChar(QChar c) { return c.isLetterOrNumber() || c == u'_'; }
 
 // Whether the end of `line` lies in a quoted text or a comment ("'" outside quotes).
-bool endsInTextOrComment(QStringView line) {
-    bool quoted = false;
+bool endsInTextOrComment(QStringView line, bool quoted) {
     for (const QChar c : line) {
         if (c == u'"')
             quoted = !quoted;
@@ -20,7 +19,7 @@ bool endsInTextOrComment(QStringView line) {
 
 } // namespace
 
-CompletionLineContext completionContextOfLine(QStringView text) {
+CompletionLineContext completionContextOfLine(QStringView text, bool startsInText, bool startsInComment) {
     CompletionLineContext context;
     const qsizetype pos = text.size();
     qsizetype wordStart = pos;
@@ -29,7 +28,7 @@ CompletionLineContext completionContextOfLine(QStringView text) {
     context.wordStart = wordStart;
     context.partialWord = text.mid(wordStart, pos - wordStart).toString();
     context.expression = QString::fromUtf16(completionNoContextMarker);
-    context.inTextOrComment = endsInTextOrComment(text.left(wordStart));
+    context.inTextOrComment = startsInComment || endsInTextOrComment(text.left(wordStart), startsInText);
     if (wordStart > 0 && text[wordStart - 1] == u'.') {
         qsizetype exprStart = wordStart - 1;
         while (exprStart > 0 && (isWordChar(text[exprStart - 1]) || text[exprStart - 1] == u'.'))

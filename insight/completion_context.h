@@ -15,7 +15,10 @@ struct CompletionLineContext {
     bool inTextOrComment = false; // the word stands in a quoted text or a comment
 };
 
-CompletionLineContext completionContextOfLine(QStringView lineBeforeCursor);
+// `lineBeforeCursor` may be the last part of a long line only: `startsInText` and
+// `startsInComment` then tell where the part before it left off.
+CompletionLineContext completionContextOfLine(QStringView lineBeforeCursor, bool startsInText = false,
+                                              bool startsInComment = false);
 
 // Candidates of `all` that begin with `partialWord`, ignoring case, in their order, those
 // that begin with it in its exact letter case first.
