@@ -114,7 +114,7 @@ def main():
     server.notify("textDocument/didOpen", {"textDocument": {"uri": uri(big), "languageId": "kelvaro", "version": 1,
                                                            "text": open(big).read()}})
     for n in range(300):
-        at = {"line": random.randrange(big_lines), "character": 2}
+        at = {"line": pick.randrange(big_lines), "character": 2}
         server.notify("textDocument/didChange", {"textDocument": {"uri": uri(big), "version": n + 2},
                                                  "contentChanges": [{"range": {"start": at, "end": at}, "text": "x"}]})
     server.notify("textDocument/didClose", {"textDocument": {"uri": uri(big)}})
