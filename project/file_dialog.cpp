@@ -139,6 +139,21 @@ Mode modeOf(const QString& title) {
 }
 } // namespace
 
+// The project path for a new source file `name`, or "" after saying why it cannot be
+// made: a name outside the rules, or one already taken (never written over).
+static QString freeSourcePath(const Global& g, const QString& name) {
+    if (!file_rules::isPlainSourceName(name)) {
+        refuseInvalidName();
+        return QString();
+    }
+    const QString path = g.ProjectPath + QLatin1Char('/') + name;
+    if (file_rules::occupied(path)) {
+        refuseTakenName(name);
+        return QString();
+    }
+    return path;
+}
+
 // Creates the new source file `typed` (completed with the superclass), lists it and shows it.
 static void createSourceFile(Global& g, const QString& typed, const QString& superClass) {
     if (KLVR_ENDSWITH(typed, kGlobalFile, true)) {
@@ -147,11 +162,9 @@ static void createSourceFile(Global& g, const QString& typed, const QString& sup
     }
     const QString name =
         KLVR_ENDSWITH(typed, QStringLiteral(".klvr"), true) ? typed : typed + QLatin1Char('.') + superClass + ".klvr";
-    if (!file_rules::isPlainSourceName(name))
-        return refuseInvalidName();
-    const QString path = g.ProjectPath + QLatin1Char('/') + name;
-    if (file_rules::occupied(path))
-        return refuseTakenName(name);
+    const QString path = freeSourcePath(g, name);
+    if (path.isEmpty())
+        return;
     if (!file_rules::createNewEmptyFile(path)) {
         KLVR_MSGBOX(QStringLiteral("Could not create ") + path, QStringLiteral("Nothing was changed."));
         return;
@@ -213,11 +226,9 @@ static void renameSourceFile(Global& g, const QString& path, const QString& type
         return;
     }
     const QString name = targetName(typed, path);
-    if (!file_rules::isPlainSourceName(name))
-        return refuseInvalidName();
-    const QString target = g.ProjectPath + QLatin1Char('/') + name;
-    if (file_rules::occupied(target))
-        return refuseTakenName(name);
+    const QString target = freeSourcePath(g, name);
+    if (target.isEmpty())
+        return;
     if (!saveAndLetGo(g, path))
         return;
     g.discardDocument(path); // as for deleting: the document goes before its file moves
@@ -240,11 +251,9 @@ static void renameSourceFile(Global& g, const QString& path, const QString& type
 
 static void duplicateSourceFile(Global& g, const QString& path, const QString& typed) {
     const QString name = targetName(typed, path);
-    if (!file_rules::isPlainSourceName(name))
-        return refuseInvalidName();
-    const QString target = g.ProjectPath + QLatin1Char('/') + name;
-    if (file_rules::occupied(target))
-        return refuseTakenName(name);
+    const QString target = freeSourcePath(g, name);
+    if (target.isEmpty())
+        return;
     // The copy holds what the user sees: the document's typing is written first.
     if (KLTextView* view = g.documentView(path); view && view->isModified() && !view->isFileReadOnly()) {
         if (!view->save(view->fileName())) {
