@@ -53,6 +53,13 @@ void installPlainAccessible() {
 // units, so a plain pass over the bytes gives the same count.
 constexpr long CountItselfFrom = 4096; // bytes; shorter spans are left to Scintilla
 
+// How many bytes of w have their top bit set, when no other bit is: the bits moved to
+// the bottom of each byte and summed into the top byte by one multiplication (a
+// population count is a library call where the processor's instruction is not assumed).
+constexpr int highBitsSet(quint64 w) {
+    return int(((w >> 7) * 0x0101010101010101ULL) >> 56);
+}
+
 qint64 utf16Units(const unsigned char* s, long length) {
     qint64 units = 0;
     long i = 0;
@@ -62,8 +69,8 @@ qint64 utf16Units(const unsigned char* s, long length) {
     for (; i + 8 <= length; i += 8) {
         quint64 w;
         std::memcpy(&w, s + i, 8);
-        const int continuation = qPopulationCount((w & ~(w << 1)) & high);
-        const int fourByteLeads = qPopulationCount(w & (w << 1) & (w << 2) & (w << 3) & high);
+        const int continuation = highBitsSet((w & ~(w << 1)) & high);
+        const int fourByteLeads = highBitsSet(w & (w << 1) & (w << 2) & (w << 3) & high);
         units += 8 - continuation + fourByteLeads;
     }
     for (; i < length; ++i)
@@ -80,6 +87,18 @@ long bytesForUnits(const unsigned char* s, long length, qint64 units) {
         ++i;
         while (i < length && (s[i] & 0xc0) == 0x80)
             ++i;
+    }
+    return i;
+}
+
+// The number of bytes before `end` that hold `units` UTF-16 code units, at most `length`.
+long bytesBeforeForUnits(const unsigned char* end, long length, qint64 units) {
+    long i = 0;
+    while (i < length && units > 0) {
+        ++i;
+        while (i < length && (end[-i] & 0xc0) == 0x80)
+            ++i;
+        units -= 1 + (end[-i] >= 0xf0);
     }
     return i;
 }
@@ -176,7 +195,16 @@ qint64 KLTextView::utf16FromBytes(qint64 bytePosition) const {
     const long pos = long(qBound<qint64>(0, bytePosition, qint64(length)));
     const long lineNo = SendScintilla(SCI_LINEFROMPOSITION, pos);
     const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
-    return SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) + unitsBetween(lineStart, pos);
+    const UnitAnchor anchor = unitAnchor_;
+    qint64 units;
+    if (anchor.byte >= 0 && qAbs(pos - anchor.byte) < pos - lineStart)
+        units = pos >= anchor.byte ? anchor.units + unitsBetween(anchor.byte, pos)
+                                   : anchor.units - unitsBetween(pos, anchor.byte);
+    else
+        units = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16) +
+                unitsBetween(lineStart, pos);
+    unitAnchor_ = {pos, units};
+    return units;
 }
 
 qint64 KLTextView::unitsBetween(long start, long end) const {
@@ -200,6 +228,21 @@ qint64 KLTextView::bytesFromUtf16(qint64 utf16Position) const {
     const long lineNo = SendScintilla(SCI_LINEFROMINDEXPOSITION, long(units), SC_LINECHARACTERINDEX_UTF16);
     const long lineStart = SendScintilla(SCI_POSITIONFROMLINE, lineNo);
     const long lineIndex = SendScintilla(SCI_INDEXPOSITIONFROMLINE, lineNo, SC_LINECHARACTERINDEX_UTF16);
+    const UnitAnchor anchor = unitAnchor_;
+    if (anchor.byte >= 0 && qAbs(units - anchor.units) < units - lineIndex) {
+        // A UTF-16 unit takes at most three bytes, so the span to read is bounded.
+        const long span = long(3 * qAbs(units - anchor.units) + 4);
+        if (units >= anchor.units) {
+            const long available = qMin(span, length - anchor.byte);
+            const auto* bytes =
+                reinterpret_cast<const unsigned char*>(SendScintilla(SCI_GETRANGEPOINTER, anchor.byte, available));
+            return anchor.byte + bytesForUnits(bytes, available, units - anchor.units);
+        }
+        const long available = qMin(span, anchor.byte);
+        const auto* bytes = reinterpret_cast<const unsigned char*>(
+            SendScintilla(SCI_GETRANGEPOINTER, anchor.byte - available, available));
+        return anchor.byte - bytesBeforeForUnits(bytes + available, available, anchor.units - units);
+    }
     if (units - lineIndex < CountItselfFrom)
         return SendScintilla(SCI_POSITIONRELATIVECODEUNITS, lineStart, long(units - lineIndex));
     const long lineEnd = SendScintilla(SCI_GETLINEENDPOSITION, lineNo);
@@ -484,6 +527,8 @@ void KLTextView::onModified(int position, int modificationType, const char* text
     // Only notifications of what is about to change arrive (see configure()).
     if (!(modificationType & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)))
         return;
+    if (position < unitAnchor_.byte)
+        unitAnchor_ = {};
     if ((modificationType & SC_MOD_BEFOREINSERT) && !longLines_)
         noteLongLines(position, text, length);
     // An insertion announced earlier is complete now, and still where it was put.

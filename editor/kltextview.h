@@ -299,6 +299,14 @@ private:
     void noteLongLines(long position, const char* text, long length);
     bool longLines_ = false; // a line of the text was ever longer than the lexer colours in full
     qint64 unitsBetween(long start, long end) const; // UTF-16 units of a span of bytes
+    // The last byte position turned into UTF-16 units. On a long line a conversion would
+    // count from the line's start; typing converts positions next to the previous one,
+    // so counting from here is shorter. A change before it forgets it.
+    struct UnitAnchor {
+        long byte = -1;
+        qint64 units = 0;
+    };
+    mutable UnitAnchor unitAnchor_;
     bool ownerHas(const char* method) const;
     void notifyOwner(const char* method);
     // The selected lines as [first, last] (0-based); a selection ending at the start of

@@ -87,3 +87,39 @@ TEST(KLTextViewPositions, GotoLineClampsAndPutsTheCursorAtTheLineStart) {
     view.gotoLine(-5);
     EXPECT_EQ(view.position(), 0);
 }
+
+// On a long line the view counts from the position it converted last; a jump back or
+// forward, or a change before that position, must still give the offsets of the text.
+TEST(KLTextViewPositions, ConversionsOnALongLineFollowEditsAndJumps) {
+    QString line;
+    const QStringList pieces = {QStringLiteral("ab "), QStringLiteral("é"), QStringLiteral("日本"),
+                                QStringLiteral("😀"), QStringLiteral("\"x\" ")};
+    for (int i = 0; line.size() < 30'000; ++i)
+        line += pieces[i % pieces.size()];
+    KLTextView view;
+    setBytes(view, (QStringLiteral("Sub A()\n") + line + QStringLiteral("\nEnd Sub\n")).toUtf8());
+    const auto check = [&view](const char* when) {
+        const QString text = view.documentText();
+        // Forward, backward and far jumps in one walk, each one a check of both directions.
+        for (qint64 offset : {qint64(20'000), qint64(20'010), qint64(19'990), qint64(9), qint64(29'000),
+                              qint64(15'000), text.size() - qint64(3), qint64(20'005)}) {
+            while (offset > 0 && text[offset].isLowSurrogate())
+                --offset;
+            const qint64 bytes = text.left(offset).toUtf8().size();
+            ASSERT_EQ(view.bytesFromUtf16(offset), bytes) << when << " at " << offset;
+            ASSERT_EQ(view.utf16FromBytes(bytes), offset) << when << " at " << offset;
+        }
+    };
+    check("as loaded");
+    const long middle = long(view.bytesFromUtf16(20'000));
+    view.SendScintilla(QsciScintilla::SCI_INSERTTEXT, middle, "😀ü");
+    check("after an insertion at the last position converted");
+    view.SendScintilla(QsciScintilla::SCI_INSERTTEXT, long(view.bytesFromUtf16(60)), "日本語");
+    check("after an insertion before it");
+    const long from = long(view.bytesFromUtf16(40));
+    view.SendScintilla(QsciScintilla::SCI_DELETERANGE, from, long(view.bytesFromUtf16(47)) - from);
+    check("after a deletion before it");
+    view.SendScintilla(QsciScintilla::SCI_UNDO);
+    view.SendScintilla(QsciScintilla::SCI_UNDO);
+    check("after undoing both");
+}
