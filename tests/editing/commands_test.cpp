@@ -19,6 +19,7 @@ const CommandCase commandCases[] = {
     {"CommentOneLine", "Comment", "Dim a\nDim b\n", 2, 2, "'Dim a\nDim b\n"},
     {"CommentSelectedLines", "Comment", "a\nb\nc\n", 0, 3, "'a\n'b\nc\n"},
     {"CommentEmptyDocument", "Comment", "", 0, 0, ""},
+    {"CommentLeavesEmptyLines", "Comment", "Dim a\n\n\tx = 1\n", 0, 14, "'Dim a\n\n'\tx = 1\n"},
     {"CommentLastLineWithoutBreak", "Comment", "a\nlast", 3, 3, "a\n'last"},
     {"CommentButton", "b_comment", "x\n", 0, 0, "'x\n"},
     {"UncommentCrlfLines", "Uncomment", "'a\r\n'b\r\n", 0, 6, "a\r\nb\r\n"},
@@ -27,6 +28,7 @@ const CommandCase commandCases[] = {
     {"ShiftRightEmptyDocument", "ShiftRight", "", 0, 0, ""},
     {"ShiftLeftOneLine", "ShiftLeft", "    x\n", 0, 0, "  x\n"},
     {"ShiftLeftButtonLastLine", "b_shiftleft", "a\n\tb", 3, 3, "a\nb"},
+    {"ShiftLeftTakesTheSpacesThereAre", "ShiftLeft", " x\n   y", 0, 6, "x\n y"},
     {"UpperCaseSelection", "ToUpperCase", "stra\xc3\x9f" "e dim", 0, 6, "STRASSE dim"},
     {"LowerCaseLastLineWithoutSelection", "ToLowerCase", "A\nB\xc3\x89", 2, 2, "A\nb\xc3\xa9"},
     {"UpperCaseKeepsWhatWindows1252CannotHold", "ToUpperCase", "\xb5\xe9 \xff", 0, 4, "\xb5\xc9 \x9f"},
@@ -36,6 +38,8 @@ const CommandCase commandCases[] = {
     {"AutoFormatSelectedLinesCrlf", "AutoFormat", "Sub S()\r\n  If x Then\r\ny\r\n  End If\r\nEnd Sub\r\n", 9, 26,
      "Sub S()\r\n  If x Then\r\n    y\r\n  End If\r\nEnd Sub\r\n"},
     {"AutoFormatEmptyDocument", "AutoFormat", "", 0, 0, ""},
+    {"AutoFormatKeepsWindows1252Bytes", "AutoFormat", "Sub A()\n  ' caf\xe9\nx = 1\nEnd Sub\n", 0, 0,
+     "Sub A()\n  ' caf\xe9\n  x = 1\nEnd Sub\n"},
 };
 
 class Commands : public EditingFixture, public ::testing::WithParamInterface<CommandCase> {};
@@ -54,6 +58,9 @@ TEST_P(Commands, OneUndoStepRestoresTheText) {
         ASSERT_TRUE(QMetaObject::invokeMethod(global.get(), c.command, Q_ARG(Value, Value())));
     }
     EXPECT_EQ(view->documentBytes(), c.expected);
+    if (c.selectionEnd > c.selectionStart && !c.expected.isEmpty()) {
+        EXPECT_TRUE(view->hasSelectedText()) << "what was selected stays selected";
+    }
     if (c.expected != c.bytes) {
         view->undo();
         EXPECT_EQ(view->documentBytes(), c.bytes);

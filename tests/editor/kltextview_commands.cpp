@@ -1,4 +1,5 @@
-// The edit commands on the selected lines, breakpoints, and the layout settings.
+// Automatic formatting's rules, case conversion's selection, breakpoints, and the layout
+// settings (the editing commands' table is in tests/editing/commands_test.cpp).
 #include "editor_test_texts.h"
 
 #include "editor/kelvaro_lexer.h"
@@ -10,16 +11,6 @@
 #include <gtest/gtest.h>
 
 using editor_test::setBytes;
-
-TEST(LineCommands, CommentUncommentShift) {
-    const QStringList lines = {"Dim a", "", "  ' note", "\tx = 1"};
-    EXPECT_EQ(line_commands::comment(lines), (QStringList{"'Dim a", "", "'  ' note", "'\tx = 1"}));
-    EXPECT_EQ(line_commands::uncomment(line_commands::comment(lines)), lines) << "uncomment undoes comment";
-    EXPECT_EQ(line_commands::uncomment(lines), (QStringList{"Dim a", "", "   note", "\tx = 1"}));
-    EXPECT_EQ(line_commands::shiftRight(lines), (QStringList{"  Dim a", "", "    ' note", "  \tx = 1"}));
-    EXPECT_EQ(line_commands::shiftLeft(lines), (QStringList{"Dim a", "", "' note", "x = 1"}));
-    EXPECT_EQ(line_commands::shiftLeft({" x", "   y"}), (QStringList{"x", " y"}));
-}
 
 TEST(LineCommands, AutoFormatIndentsByBlocks) {
     const QStringList in = {
@@ -69,55 +60,14 @@ TEST(LineCommands, AutoFormatIndentsByBlocks) {
     EXPECT_EQ(line_commands::autoFormat({"x", "End If", "y"}, 2), (QStringList{"    x", "  End If", "  y"}));
 }
 
-TEST(KLTextViewCommands, ActOnSelectedLinesAsOneUndoStep) {
-    KLTextView v;
-    const QByteArray text = "Sub A()\r\nx = 1\r\ny = 2\r\nEnd Sub\r\n";
-    setBytes(v, text);
-    v.setEolMode(QsciScintilla::EolWindows);
-    // Lines 2 and 3 selected, the selection ending at the start of line 4.
-    v.setSelection(1, 2, 3, 0);
-    v.commentLines();
-    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\r\n'x = 1\r\n'y = 2\r\nEnd Sub\r\n"));
-    EXPECT_EQ(v.selectedText(), QStringLiteral("'x = 1\r\n'y = 2")) << "the lines stay selected";
-    v.shiftRightLines();
-    v.shiftRightLines();
-    v.uncommentLines();
-    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\r\n    x = 1\r\n    y = 2\r\nEnd Sub\r\n"));
-    v.shiftLeftLines();
-    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\r\n  x = 1\r\n  y = 2\r\nEnd Sub\r\n"));
-    v.upperCaseSelection();
-    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\r\n  X = 1\r\n  Y = 2\r\nEnd Sub\r\n"));
-    // Each command was one step.
-    for (int i = 0; i < 5; ++i)
-        v.undo();
-    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\r\n'x = 1\r\n'y = 2\r\nEnd Sub\r\n"));
-    v.undo();
-    EXPECT_EQ(v.documentBytes(), text);
-
-    // Without a selection: the cursor's line.
-    v.setCursorPosition(3, 2);
-    v.lowerCaseSelection();
-    v.commentLines();
-    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\r\nx = 1\r\ny = 2\r\n'end sub\r\n"));
-}
-
-TEST(KLTextViewCommands, CaseOfNonAsciiSelectionAndAutoFormatKeepsOtherBytes) {
+// Case conversion can change a selection's length; the converted text stays selected.
+TEST(KLTextViewCommands, CaseConversionKeepsTheGrownSelection) {
     KLTextView v;
     setBytes(v, QStringLiteral("dim größe\n").toUtf8());
     v.selectUtf16(4, 9);
     v.upperCaseSelection();
     EXPECT_EQ(v.text(), QStringLiteral("dim GRÖSSE\n"));
     EXPECT_EQ(v.selectedText(), QStringLiteral("GRÖSSE"));
-    v.lowerCaseSelection();
-    EXPECT_EQ(v.text(), QStringLiteral("dim grösse\n"));
-
-    // A line that is not valid UTF-8 keeps its bytes when auto format leaves it alone.
-    const QByteArray odd = "Sub A()\n  ' caf\xe9\nx = 1\nEnd Sub\n";
-    setBytes(v, odd);
-    v.autoFormat();
-    EXPECT_EQ(v.documentBytes(), QByteArray("Sub A()\n  ' caf\xe9\n  x = 1\nEnd Sub\n"));
-    v.undo();
-    EXPECT_EQ(v.documentBytes(), odd);
 }
 
 TEST(KLTextViewCommands, BreakpointsToggleOnTheCursorLineAndByMarginClick) {
