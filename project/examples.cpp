@@ -1,6 +1,8 @@
 // Examples: an example is never edited where it lies in the application folder (a
 // rebuild or an update would overwrite what the user typed). The first opening copies it
-// to "~/Kelvaro Examples/<name>"; every opening opens that copy.
+// to "~/Kelvaro Examples/<name>" (<group>/<name> for an example in a group, so two
+// examples of one name in different groups never share a copy); every opening opens that
+// copy.
 #include "frame/global.h"
 #include "project/file_name_rules.h"
 
@@ -18,7 +20,11 @@ void Global::OpenExample(const Value& pathOrSender) {
     example = QDir::cleanPath(example);
     if (example.isEmpty() || !QFileInfo(example).isDir())
         return;
-    const QString copy = examplesCopyFolder() + QLatin1Char('/') + KLVR_FILENAME(example);
+    const QString bundled = QDir::cleanPath(KLVR_NSBUNDLE_RESOURCEPATH() + QStringLiteral("/Examples"));
+    const QString place = example.startsWith(bundled + QLatin1Char('/')) ? example.mid(bundled.size() + 1)
+                                                                        : KLVR_FILENAME(example);
+    const QString copy = examplesCopyFolder() + QLatin1Char('/') + place;
+    const QString copyParent = QFileInfo(copy).path();
     if (!QFileInfo(copy).isDir()) {
         if (file_rules::occupied(copy)) {
             KLVR_MSGBOX(QStringLiteral("Could not copy the example."),
@@ -27,10 +33,11 @@ void Global::OpenExample(const Value& pathOrSender) {
         }
         // Copied under a passing name and renamed when whole, so an interrupted copy is
         // never taken for the example.
-        const QString partial = examplesCopyFolder() + QStringLiteral("/.") + KLVR_FILENAME(example) +
+        const QString partial = copyParent + QStringLiteral("/.") + KLVR_FILENAME(example) +
                                 QStringLiteral(".copying");
         QDir(partial).removeRecursively(); // only ever our own unfinished copy
-        if (!file_rules::copyTree(example, partial) || !QDir().rename(partial, copy)) {
+        if (!QDir().mkpath(copyParent) || !file_rules::copyTree(example, partial) ||
+            !QDir().rename(partial, copy)) {
             QDir(partial).removeRecursively();
             KLVR_MSGBOX(QStringLiteral("Could not copy the example."),
                         QStringLiteral("The example could not be copied to ") + copy + QLatin1Char('.'));

@@ -34,5 +34,15 @@ TEST_F(FileOpsFixture, ExampleIsCopiedOnceAndTheCopyIsOpened) {
     EXPECT_EQ(readFile(copy + "/Global.NSObject.klvr"), "' mine\n");
     EXPECT_EQ(treeOf(examples), original);
     EXPECT_FALSE(QFileInfo::exists(KelvaroTestEnvironment::instance().home() + "/Kelvaro Examples/.Hëllo Wörld.copying"));
+
+    // Two examples of one name in different groups get a copy each.
+    writeFile(examples + "/Group A/Twin/Global.NSObject.klvr", "' a\n");
+    writeFile(examples + "/Group B/Twin/Global.NSObject.klvr", "' b\n");
+    g.OpenExample(Value(examples + "/Group A/Twin"));
+    g.OpenExample(Value(examples + "/Group B/Twin"));
+    EXPECT_EQ(g.ProjectPath, KelvaroTestEnvironment::instance().home() + "/Kelvaro Examples/Group B/Twin");
+    EXPECT_EQ(readFile(g.ProjectPath + "/Global.NSObject.klvr"), "' b\n");
+    EXPECT_EQ(readFile(KelvaroTestEnvironment::instance().home() + "/Kelvaro Examples/Group A/Twin/Global.NSObject.klvr"),
+              "' a\n");
     EXPECT_TRUE(testPanels().messages().empty());
 }
