@@ -52,7 +52,8 @@ void Global::KLVR_AwakeFromNib() {
     if (BuildDate)
         BuildDate->setText(built.isValid() ? built.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss +0000")) : QString());
 
-    // 8. Place the main window: 200 from the screen's left, 200 short of its right.
+    // 8. Place the main window: 200 from the screen's left, 200 short of its right
+    //    (less on a small screen).
     KLVR_STEP("AwakeFromNib");
     QRect screen = QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->availableGeometry()
                                                     : QRect(0, 0, 1440, 900);
@@ -82,7 +83,10 @@ QString Global::lastProjectFolder() {
 }
 
 QRect Global::mainWindowFrame(const QRect& screen) {
-    const int margin = 200;
+    // On a small screen the margins shrink first: the window keeps 800 pixels of width
+    // (what its toolbar and navigators need) and never reaches past the screen.
+    constexpr int UsableWidth = 800;
+    const int margin = qBound(0, (screen.width() - UsableWidth) / 2, 200);
     return QRect(screen.x() + margin, screen.y(), screen.width() - 2 * margin, screen.height());
 }
 

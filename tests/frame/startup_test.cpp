@@ -177,6 +177,10 @@ TEST_F(StartupTest, RecentProjectsKeepFiveNewestFirstWithDuplicates) {
 TEST_F(StartupTest, MainWindowIsPlacedTwoHundredFromTheLeftAndFourHundredNarrower) {
     EXPECT_EQ(Global::mainWindowFrame(QRect(0, 0, 1440, 900)), QRect(200, 0, 1040, 900));
     EXPECT_EQ(Global::mainWindowFrame(QRect(1440, 22, 1920, 1058)), QRect(1640, 22, 1520, 1058));
+    // Small screens: the margins give way before the window gets narrower than 800.
+    EXPECT_EQ(Global::mainWindowFrame(QRect(0, 0, 1024, 768)), QRect(112, 0, 800, 768));
+    EXPECT_EQ(Global::mainWindowFrame(QRect(0, 0, 800, 600)), QRect(0, 0, 800, 600));
+    EXPECT_EQ(Global::mainWindowFrame(QRect(0, 0, 640, 480)), QRect(0, 0, 640, 480));
 }
 
 TEST_F(StartupTest, HelpActionsOpenTheirDocumentsWithTheirApplications) {
