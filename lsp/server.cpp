@@ -94,7 +94,9 @@ Server::Server(Transport& transport, CancelledRequests& cancelled, std::string r
             return hoverAt(workspace_, path, d, at);
         });
     });
-    notifications_.insert(QStringLiteral("initialized"), [](const QJsonObject&) {});
+    notifications_.insert(QStringLiteral("initialized"), [this](const QJsonObject&) { registerFileWatching(); });
+    notifications_.insert(QStringLiteral("workspace/didChangeWatchedFiles"),
+                          [this](const QJsonObject& p) { didChangeWatchedFiles(p); });
     notifications_.insert(QStringLiteral("textDocument/didOpen"), [this](const QJsonObject& p) { didOpen(p); });
     notifications_.insert(QStringLiteral("textDocument/didChange"), [this](const QJsonObject& p) { didChange(p); });
     notifications_.insert(QStringLiteral("textDocument/didSave"), [this](const QJsonObject& p) {
@@ -179,6 +181,14 @@ QJsonValue Server::initialize(const QJsonObject& params) {
         folder = pathOfUri(params.value(QLatin1String("rootUri")).toString());
     if (folder.isEmpty())
         folder = params.value(QLatin1String("rootPath")).toString();
+    clientWatchesFiles_ = params.value(QLatin1String("capabilities"))
+                              .toObject()
+                              .value(QLatin1String("workspace"))
+                              .toObject()
+                              .value(QLatin1String("didChangeWatchedFiles"))
+                              .toObject()
+                              .value(QLatin1String("dynamicRegistration"))
+                              .toBool();
     Stopwatch clock;
     if (!initialized_)
         loadVocabularyLists(QString::fromStdString(resourcesDir_), workspace_.vocabulary.target());
@@ -218,6 +228,37 @@ void Server::noteProjectFile(const QString& path) {
     // The checker reads the project again with the new class among its files.
     if (workspace_.noteProjectFile(path))
         checker_ = std::make_unique<DocumentChecker>(resourcesDir_, workspace_);
+}
+
+void Server::registerFileWatching() {
+    if (!clientWatchesFiles_)
+        return;
+    const QJsonObject watcher{{QStringLiteral("globPattern"), QStringLiteral("**/*.klvr")}};
+    const QJsonObject registration{
+        {QStringLiteral("id"), QStringLiteral("kelvaro-class-files")},
+        {QStringLiteral("method"), QStringLiteral("workspace/didChangeWatchedFiles")},
+        {QStringLiteral("registerOptions"), QJsonObject{{QStringLiteral("watchers"), QJsonArray{watcher}}}}};
+    transport_.request(nextRequestId_++, QStringLiteral("client/registerCapability"),
+                       QJsonObject{{QStringLiteral("registrations"), QJsonArray{registration}}});
+}
+
+void Server::didChangeWatchedFiles(const QJsonObject& params) {
+    constexpr int Deleted = 3;
+    bool changed = false;
+    for (const QJsonValue& change : params.value(QLatin1String("changes")).toArray()) {
+        const QJsonObject c = change.toObject();
+        const QString path = pathOfUri(c.value(QLatin1String("uri")).toString());
+        if (path.isEmpty())
+            continue;
+        workspace_.fileChangedOnDisk(path, c.value(QLatin1String("type")).toInt() == Deleted);
+        changed = true;
+    }
+    if (!changed)
+        return;
+    // The checker holds the project's files as they were read: it reads them again.
+    checker_ = std::make_unique<DocumentChecker>(resourcesDir_, workspace_);
+    for (const QString& path : workspace_.openPaths())
+        scheduleDiagnostics(path);
 }
 
 void Server::didChange(const QJsonObject& params) {

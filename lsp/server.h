@@ -3,7 +3,8 @@
 // over is a request (answered at once, in order), a notification, or a response (ignored).
 // Requests before "initialize" are refused; unknown requests are answered with
 // MethodNotFound and unknown notifications ignored. Diagnostics of a changed document
-// are sent 300 ms after its last change.
+// are sent 300 ms after its last change. Class files changed on disk by other programs are
+// read again when the client reports them (workspace/didChangeWatchedFiles).
 
 #include "lsp/diagnostics.h"
 #include "lsp/message_reader.h"
@@ -53,6 +54,11 @@ private:
     void didChange(const QJsonObject& params);
     void didClose(const QJsonObject& params);
     void noteProjectFile(const QString& path);
+    // Files changed, created or deleted on disk by another program (a version-control
+    // checkout, a generator): their stored scans and the checker's copy are read again.
+    void didChangeWatchedFiles(const QJsonObject& params);
+    // Asks a client that can watch files for us to report the project's class files.
+    void registerFileWatching();
     void scheduleDiagnostics(const QString& path);
     void publishDiagnostics(const QString& path);
     // Calls `answer` with the document of `params`' textDocument: the open one, or the
@@ -70,6 +76,8 @@ private:
     QHash<QString, QTimer*> diagnosticsTimers_;
     bool initialized_ = false;
     bool shutDown_ = false;
+    bool clientWatchesFiles_ = false; // the client registers file watchers when asked
+    int nextRequestId_ = 1;
 };
 
 // `kelvaro --lsp`: serves standard input and output until "exit" or the end of input.

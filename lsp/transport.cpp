@@ -28,4 +28,8 @@ void Transport::notify(const QString& method, const QJsonValue& params) {
     send({{QStringLiteral("method"), method}, {QStringLiteral("params"), params}});
 }
 
+void Transport::request(int id, const QString& method, const QJsonValue& params) {
+    send({{QStringLiteral("id"), id}, {QStringLiteral("method"), method}, {QStringLiteral("params"), params}});
+}
+
 } // namespace lsp

@@ -17,6 +17,7 @@ public:
     void respond(const QJsonValue& id, const QJsonValue& result);
     void respondError(const QJsonValue& id, int code, const QString& message);
     void notify(const QString& method, const QJsonValue& params);
+    void request(int id, const QString& method, const QJsonValue& params); // the server asks the client
 
 private:
     std::FILE* out_;

@@ -68,6 +68,19 @@ bool Workspace::noteProjectFile(const QString& path) {
     return project_.files.contains(info.fileName());
 }
 
+void Workspace::fileChangedOnDisk(const QString& path, bool deleted) {
+    stored_.remove(path);
+    const QFileInfo info(path);
+    if (!hasProject() || info.absolutePath() != project_.path)
+        return;
+    if (!deleted) {
+        noteProjectFile(path);
+        return;
+    }
+    if (!documents_.contains(path))
+        project_.files.removeAll(info.fileName());
+}
+
 TextDocument* Workspace::document(const QString& path) {
     const auto found = documents_.find(path);
     return found == documents_.end() ? nullptr : &found->text;

@@ -36,6 +36,10 @@ public:
     // A source file that appeared in the project folder since it was read (opened or
     // saved in the editor) becomes one of the project's files; true when it was added.
     bool noteProjectFile(const QString& path);
+    // Another program changed, created or deleted the file at `path`: its stored scan is
+    // read again when next asked for, and a new or deleted class file joins or leaves the
+    // project. An open document keeps its text as typed.
+    void fileChangedOnDisk(const QString& path, bool deleted);
 
     // Open documents by path; their scans follow their text.
     TextDocument* document(const QString& path);

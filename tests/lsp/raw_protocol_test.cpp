@@ -251,3 +251,58 @@ TEST(LspNewClass, OfferedOnceOpened) {
 }
 
 } // namespace
+
+namespace {
+
+// Class files changed, created or deleted by another program: a client that can watch
+// files is asked to report them, and each report makes the server read them again.
+TEST(LspWatchedFiles, ChangesOnDiskAreReadAgain) {
+    QTemporaryDir folder;
+    const auto write = [&](const QString& name, const QByteArray& text) {
+        QFile file(folder.path() + "/" + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    };
+    write("Global.NSObject.klvr", "' g\nPublic Dim later As Late\n\nSub Go()\n  later.\nEnd Sub\n");
+    write("Late.NSObject.klvr", "' l\nPublic Dim size As Integer\n");
+    ServerProcess server;
+    const QJsonObject watching{
+        {"workspace", QJsonObject{{"didChangeWatchedFiles", QJsonObject{{"dynamicRegistration", true}}}}}};
+    ASSERT_TRUE(server.initialize(folder.path(), watching).contains("result"));
+    const QJsonObject ask = server.next();
+    ASSERT_EQ(ask["method"].toString(), "client/registerCapability");
+    const QJsonObject registration = ask["params"]["registrations"][0].toObject();
+    EXPECT_EQ(registration["method"].toString(), "workspace/didChangeWatchedFiles");
+    EXPECT_EQ(registration["registerOptions"]["watchers"][0]["globPattern"].toString(), "**/*.klvr");
+    server.send({{"jsonrpc", "2.0"}, {"id", ask["id"]}, {"result", QJsonValue::Null}});
+
+    const QString late = QUrl::fromLocalFile(folder.path() + "/Late.NSObject.klvr").toString();
+    int id = 10;
+    const auto membersOfLater = [&] {
+        server.send(ServerProcess::request(
+            ++id, "textDocument/completion",
+            {{"textDocument", QJsonObject{{"uri", QUrl::fromLocalFile(folder.path() + "/Global.NSObject.klvr").toString()}}},
+             {"position", QJsonObject{{"line", 4}, {"character", 8}}}}));
+        const QJsonObject answer = server.response();
+        QStringList labels;
+        for (const QJsonValue& item : answer["result"]["items"].toArray())
+            labels << item["label"].toString();
+        return labels;
+    };
+    const auto report = [&](int type) {
+        server.send(ServerProcess::notification(
+            "workspace/didChangeWatchedFiles", {{"changes", QJsonArray{QJsonObject{{"uri", late}, {"type", type}}}}}));
+    };
+    EXPECT_EQ(membersOfLater(), QStringList{"size"});
+    write("Late.NSObject.klvr", "' l\nPublic Dim width As Integer\n");
+    report(2);
+    EXPECT_EQ(membersOfLater(), QStringList{"width"}) << "changed on disk";
+    ASSERT_TRUE(QFile::remove(folder.path() + "/Late.NSObject.klvr"));
+    report(3);
+    EXPECT_EQ(membersOfLater(), QStringList{}) << "deleted";
+    write("Late.NSObject.klvr", "' l\nPublic Dim depth As Integer\n");
+    report(1);
+    EXPECT_EQ(membersOfLater(), QStringList{"depth"}) << "created again";
+}
+
+} // namespace

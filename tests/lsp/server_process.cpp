@@ -65,8 +65,8 @@ QJsonObject ServerProcess::response(int ms) {
     }
 }
 
-QJsonObject ServerProcess::initialize(const QString& folder) {
-    send(request(1, "initialize", {{"rootUri", QUrl::fromLocalFile(folder).toString()}, {"capabilities", QJsonObject()}}));
+QJsonObject ServerProcess::initialize(const QString& folder, const QJsonObject& capabilities) {
+    send(request(1, "initialize", {{"rootUri", QUrl::fromLocalFile(folder).toString()}, {"capabilities", capabilities}}));
     const QJsonObject answer = response();
     send(notification("initialized"));
     return answer;

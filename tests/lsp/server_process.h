@@ -24,8 +24,8 @@ public:
     QJsonObject next(int ms = 10000);
     // The next response (messages without an id, such as diagnostics, are skipped).
     QJsonObject response(int ms = 10000);
-    // Sends initialize for `folder` and returns its response.
-    QJsonObject initialize(const QString& folder);
+    // Sends initialize for `folder` (with the client's `capabilities`) and returns its response.
+    QJsonObject initialize(const QString& folder, const QJsonObject& capabilities = {});
     // Closes the server's input and waits; the exit status, or -1 when it did not end.
     int endInput(int ms = 10000);
     QProcess& process() { return process_; }
