@@ -55,19 +55,25 @@ struct LargeSource {
     }
 };
 
-} // namespace
-
-TEST(KLTextViewTypingProbe, NoKeystrokeBlocksTheEventLoopFor16ms) {
+// A shown view with the word lists, and the large source on disk.
+class KLTextViewTypingProbe : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(QFileInfo(path).size(), bytes.size());
+        view.resize(900, 700);
+        view.show();
+        editor_test::setWordLists(view);
+    }
     LargeSource source;
     const QString& path = source.path;
     const QByteArray& bytes = source.bytes;
     const QList<qint64>& separators = source.separators;
-    ASSERT_EQ(QFileInfo(path).size(), bytes.size());
-
     KLTextView view;
-    view.resize(900, 700);
-    view.show();
-    editor_test::setWordLists(view);
+};
+
+} // namespace
+
+TEST_F(KLTextViewTypingProbe, NoKeystrokeBlocksTheEventLoopFor16ms) {
     ASSERT_TRUE(view.load(path));
     view.setLineSeparators(separators);
     view.gotoLine(95000);              // far down: any pass over the text before the caret shows
@@ -149,17 +155,7 @@ TEST(KLTextViewTypingProbe, NoKeystrokeBlocksTheEventLoopFor16ms) {
 // What the application does with a large file on the interface thread besides typing:
 // the passes that run between keystrokes must stay within a frame; the commands a
 // user starts may take longer but stay linear. Figures are printed for the record.
-TEST(KLTextViewTypingProbe, LargeFilePassesStayWithinAFrame) {
-    LargeSource source;
-    const QString& path = source.path;
-    const QByteArray& bytes = source.bytes;
-    const QList<qint64>& separators = source.separators;
-    ASSERT_EQ(QFileInfo(path).size(), bytes.size());
-
-    KLTextView view;
-    view.resize(900, 700);
-    view.show();
-    editor_test::setWordLists(view);
+TEST_F(KLTextViewTypingProbe, LargeFilePassesStayWithinAFrame) {
     auto cpuOf = [](auto&& work) {
         const qint64 start = threadCpuNanoseconds();
         work();

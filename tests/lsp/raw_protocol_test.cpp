@@ -223,9 +223,11 @@ TEST(LspProcess, LoadsNoWindowSystem) {
 
 namespace {
 
-// A class file written after the folder was read counts as the project's once the editor
-// opens it: completion after a Global member of that type offers its Public members.
-TEST(LspNewClass, OfferedOnceOpened) {
+// Class files that appear, change or go after the folder was read: one the editor opens
+// counts as the project's at once; a client that can watch files is asked to report the
+// others, and each report makes the server read them again. Completion after a Global
+// member of the class's type tells what the server knows of it (its Public members).
+TEST(LspProjectFiles, FollowOpenedAndWatchedFiles) {
     QTemporaryDir folder;
     const auto write = [&](const QString& name, const QByteArray& text) {
         QFile file(folder.path() + "/" + name);
@@ -233,38 +235,6 @@ TEST(LspNewClass, OfferedOnceOpened) {
         file.write(text);
     };
     write("Global.NSObject.klvr", "' g\nPublic Dim later As Late\n\nSub Go()\n  later.\nEnd Sub\n");
-    ServerProcess server;
-    ASSERT_TRUE(server.initialize(folder.path()).contains("result"));
-    write("Late.NSObject.klvr", "' l\nPublic Dim size As Integer\nDim hidden As Integer\n");
-    const QString late = QUrl::fromLocalFile(folder.path() + "/Late.NSObject.klvr").toString();
-    server.send(ServerProcess::notification(
-        "textDocument/didOpen", {{"textDocument", QJsonObject{{"uri", late}, {"languageId", "kelvaro"}, {"version", 1},
-                                                              {"text", "' l\nPublic Dim size As Integer\n"}}}}));
-    server.send(ServerProcess::request(
-        5, "textDocument/completion",
-        {{"textDocument", QJsonObject{{"uri", QUrl::fromLocalFile(folder.path() + "/Global.NSObject.klvr").toString()}}},
-         {"position", QJsonObject{{"line", 4}, {"character", 8}}}}));
-    const QJsonObject answer = server.response();
-    const QJsonArray items = answer["result"]["items"].toArray();
-    ASSERT_EQ(items.size(), 1);
-    EXPECT_EQ(items[0]["label"].toString(), "size");
-}
-
-} // namespace
-
-namespace {
-
-// Class files changed, created or deleted by another program: a client that can watch
-// files is asked to report them, and each report makes the server read them again.
-TEST(LspWatchedFiles, ChangesOnDiskAreReadAgain) {
-    QTemporaryDir folder;
-    const auto write = [&](const QString& name, const QByteArray& text) {
-        QFile file(folder.path() + "/" + name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-    };
-    write("Global.NSObject.klvr", "' g\nPublic Dim later As Late\n\nSub Go()\n  later.\nEnd Sub\n");
-    write("Late.NSObject.klvr", "' l\nPublic Dim size As Integer\n");
     ServerProcess server;
     const QJsonObject watching{
         {"workspace", QJsonObject{{"didChangeWatchedFiles", QJsonObject{{"dynamicRegistration", true}}}}}};
@@ -293,7 +263,13 @@ TEST(LspWatchedFiles, ChangesOnDiskAreReadAgain) {
         server.send(ServerProcess::notification(
             "workspace/didChangeWatchedFiles", {{"changes", QJsonArray{QJsonObject{{"uri", late}, {"type", type}}}}}));
     };
-    EXPECT_EQ(membersOfLater(), QStringList{"size"});
+    write("Late.NSObject.klvr", "' l\nPublic Dim size As Integer\nDim hidden As Integer\n");
+    server.send(ServerProcess::notification(
+        "textDocument/didOpen", {{"textDocument", QJsonObject{{"uri", late}, {"languageId", "kelvaro"}, {"version", 1},
+                                                              {"text", "' l\nPublic Dim size As Integer\n"}}}}));
+    EXPECT_EQ(membersOfLater(), QStringList{"size"}) << "opened in the editor";
+    server.send(ServerProcess::notification("textDocument/didClose", {{"textDocument", QJsonObject{{"uri", late}}}}));
+    EXPECT_EQ(membersOfLater(), QStringList{"size"}) << "as stored, after closing";
     write("Late.NSObject.klvr", "' l\nPublic Dim width As Integer\n");
     report(2);
     EXPECT_EQ(membersOfLater(), QStringList{"width"}) << "changed on disk";
