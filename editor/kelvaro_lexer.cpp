@@ -157,10 +157,6 @@ void KelvaroLexer::styleLongLine(long line, long lineStart, long lineEnd) {
     long first = qMax(lineStart, centre - WindowBytes / 2);
     long last = qMin(lineEnd, first + WindowBytes);
     first = qMax(lineStart, last - WindowBytes);
-    if (revealed_.first < lineEnd && revealed_.second > lineStart && revealed_.second > revealed_.first) {
-        first = qMax(lineStart, qMin(first, revealed_.first));
-        last = qMin(lineEnd, qMax(last, revealed_.second));
-    }
     // The window starts between two words and both ends between two characters, so its
     // colours are the ones the whole line would give.
     const auto byteAt = [ed](long position) {

@@ -46,10 +46,6 @@ public:
     static constexpr long LongLineBytes = 8192;
     static constexpr long WindowBytes = 2048;
     void setLongLineAnchor(long bytePosition) { anchor_ = bytePosition; }
-    // Scintilla refuses to change text of a style it does not draw, so a selection is
-    // always coloured in full: the windows of the long lines it touches grow to hold it.
-    void setRevealed(long start, long end) { revealed_ = {start, end}; }
-    std::pair<long, long> revealed() const { return revealed_; }
     // The coloured window [first, second) of the long line last coloured around the anchor.
     std::pair<long, long> anchorWindow() const { return anchorWindow_; }
 
@@ -59,7 +55,6 @@ private:
     void styleShortLines(long firstLine, long from, long to);
     void styleLongLine(long line, long lineStart, long lineEnd);
     long anchor_ = -1;
-    std::pair<long, long> revealed_{-1, -1};
     std::pair<long, long> anchorWindow_{-1, -1};
 
     KelvaroWordLists words_;

@@ -352,32 +352,6 @@ void KLTextView::noteLongLines(long position, const char* text, long length) {
     longLines_ = longest + long(SendScintilla(SCI_LINELENGTH, lineNo)) > KelvaroLexer::LongLineBytes;
 }
 
-void KLTextView::revealSelection() {
-    // Text in the Hidden style counts as protected for Scintilla: a selection reaching into
-    // it could not be typed over, deleted or cut. The selection is coloured first.
-    if (!longLines_)
-        return;
-    const long start = SendScintilla(SCI_GETSELECTIONSTART);
-    const long end = SendScintilla(SCI_GETSELECTIONEND);
-    if (start == end) {
-        lexer_->setRevealed(-1, -1); // windows shrink back as their lines are coloured again
-        return;
-    }
-    const auto [shownStart, shownEnd] = lexer_->revealed();
-    if (start >= shownStart && end <= shownEnd)
-        return;
-    bool hidden = false;
-    const long firstLine = SendScintilla(SCI_LINEFROMPOSITION, start);
-    const long lastLine = SendScintilla(SCI_LINEFROMPOSITION, end);
-    for (long lineNo = firstLine; lineNo <= lastLine && !hidden; ++lineNo)
-        hidden = SendScintilla(SCI_LINELENGTH, lineNo) > KelvaroLexer::LongLineBytes;
-    if (!hidden)
-        return;
-    lexer_->setRevealed(start, end);
-    lexer_->styleText(int(SendScintilla(SCI_POSITIONFROMLINE, firstLine)),
-                      int(SendScintilla(SCI_GETLINEENDPOSITION, lastLine)));
-}
-
 void KLTextView::followCursorOnLongLine() {
     // On a very long line only a window around the cursor is coloured and measured (see
     // KelvaroLexer); when the cursor nears the window's edge or leaves it, the window is
@@ -582,7 +556,6 @@ void KLTextView::askOwnerShouldChange(qint64 location, qint64 removed, const QSt
 
 void KLTextView::onUpdateUi(int updated) {
     if (updated & SC_UPDATE_SELECTION) {
-        revealSelection();
         followCursorOnLongLine();
         notifyOwner(KLTextViewOwnerCalls::DidChangeSelection);
     }

@@ -295,7 +295,6 @@ private:
     void updateLineNumberWidth();
     void restyleStaleVisibleLines();
     void followCursorOnLongLine();
-    void revealSelection();
     void noteLongLines(long position, const char* text, long length);
     bool longLines_ = false; // a line of the text was ever longer than the lexer colours in full
     qint64 unitsBetween(long start, long end) const; // UTF-16 units of a span of bytes

@@ -183,7 +183,6 @@ void KLTextView::onCharAdded(int character) {
 }
 
 void KLTextView::keyPressEvent(QKeyEvent* event) {
-    revealSelection(); // a key may replace the selection (editor/kltextview.cpp)
     if (event->key() == Qt::Key_Space && (event->modifiers() & Qt::ControlModifier)) {
         showCompletion();
         return;

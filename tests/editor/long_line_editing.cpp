@@ -121,6 +121,12 @@ INSTANTIATE_TEST_SUITE_P(
                      QTest::keyClick(&v, Qt::Key_Delete);
                      return text.left(middle) + text.mid(text.indexOf(u'\n', middle));
                  }},
+        EditCase{"TypeOverASelectionAcrossHiddenText",
+                 [](KLTextView& v, const QString& text) {
+                     v.selectUtf16(100, middle); // from inside the line's hidden part
+                     type(v, "Z");
+                     return text.left(100) + "Z" + text.mid(middle);
+                 }},
         EditCase{"ReplaceAllThenUndo",
                  [](KLTextView& v, const QString& text) {
                      EXPECT_EQ(v.findReplaceAll("NEEDLE", "ok 😀"), 1);

@@ -86,6 +86,15 @@ TEST_P(LongLineTyping, KeystrokesOnTheLineNeverStallTheEventLoop) {
         ++differ;
     EXPECT_TRUE(text == expected) << "the long line lost or changed text at " << differ << ": "
                                   << text.mid(differ - 10, 40).toStdString();
+
+    // Selecting everything and typing over it is one keystroke too.
+    QTest::keyClick(view, Qt::Key_A, Qt::ControlModifier);
+    QCoreApplication::processEvents();
+    const qint64 start = threadCpuMicroseconds();
+    QTest::keyClick(view, 'z');
+    QCoreApplication::processEvents();
+    EXPECT_LT(threadCpuMicroseconds() - start, FrameMicroseconds) << "typing over the selected long line";
+    EXPECT_EQ(view->documentText(), QStringLiteral("z"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Lengths, LongLineTyping,
