@@ -145,7 +145,7 @@ const OutputCase kOutputs[] = {
 INSTANTIATE_TEST_SUITE_P(Table, CompilerOutput, ::testing::ValuesIn(kOutputs),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(BuildPipeline, AnErrorOpensTheFileAtItsLineAndLastErrorReturnsThere) {
+TEST_F(BuildPipeline, AnErrorOpensTheFileAtItsLineAndLastErrorReturnsThereUntilAnInternalFailure) {
     installCompiler("echo 'Kelvaro: Syntax error in line 3 in file b.NSObject.klvr' >&2\nexit 1\n");
     Global& g = startWith("Shop", kFiles);
     g.bIBDelayedShow = true; // the interface designer was brought forward
@@ -170,18 +170,16 @@ TEST_F(BuildPipeline, AnErrorOpensTheFileAtItsLineAndLastErrorReturnsThere) {
     g.global_build();
     ASSERT_TRUE(waitForBuild());
     EXPECT_EQ(g.sLastErrorFile, "b.NSObject.klvr");
-}
 
-TEST_F(BuildPipeline, LastErrorDoesNothingAfterAnInternalFailure) {
+    // After an internal failure Last Error does nothing.
     installCompiler("echo '2 errors generated.'\n");
-    Global& g = startWith("Shop", kFiles);
     g.global_build();
     ASSERT_TRUE(waitForBuild());
     EXPECT_EQ(g.sLastErrorText, "2 errors generated.\n");
-    g.ProjectOpenCode("b.NSObject.klvr");
+    g.ProjectOpenCode("Global.NSObject.klvr");
     statuses.clear();
     g.global_lasterror();
-    EXPECT_EQ(g.ProjectCurrentFilename(), project + "/b.NSObject.klvr");
+    EXPECT_EQ(g.ProjectCurrentFilename(), project + "/Global.NSObject.klvr");
     EXPECT_TRUE(statuses.isEmpty());
     // An internal failure without a text says so first.
     testPanels().clear();
@@ -202,34 +200,7 @@ TEST_F(BuildPipeline, IgnoredOutputReachesNeitherLog) {
     EXPECT_TRUE(testPanels().messages().empty());
 }
 
-struct StopCase {
-    const char* name;
-    bool run;
-    const char* status;
-};
-class StoppingABuild : public BuildPipeline, public ::testing::WithParamInterface<StopCase> {};
-
-TEST_P(StoppingABuild, EndsTheCompilerAndSaysSo) {
-    installCompiler(kSlowCompiler);
-    Global& g = startWith("Shop", kFiles);
-    if (GetParam().run)
-        g.global_run();
-    else
-        g.global_build();
-    const qint64 pid = waitForPid(pidFile());
-    ASSERT_GT(pid, 0);
-    g.global_stop();
-    g.global_stop(); // twice is harmless
-    ASSERT_TRUE(waitForBuild());
-    EXPECT_EQ(status(), GetParam().status);
-    EXPECT_TRUE(waitUntil([&] { return !processExists(pid); }, 5));
-    EXPECT_FALSE(statuses.contains("Done."));
-}
-INSTANTIATE_TEST_SUITE_P(Table, StoppingABuild,
-                         ::testing::Values(StopCase{"Build", false, "Cancelled."}, StopCase{"Run", true, "Stopped."}),
-                         [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(BuildPipeline, BuildingAgainDuringABuildCancelsTheFirstAndFinishesTheSecond) {
+TEST_F(BuildPipeline, BuildingAgainDuringABuildFinishesTheSecondAndClosingLeavesNoProcessBehind) {
     installCompiler("if [ -e \"$(dirname \"$0\")/pid\" ]; then echo second; exit 0; fi\n" + kSlowCompiler);
     Global& g = startWith("Shop", kFiles);
     g.global_build();
@@ -239,6 +210,13 @@ TEST_F(BuildPipeline, BuildingAgainDuringABuildCancelsTheFirstAndFinishesTheSeco
     EXPECT_EQ(status(), "Done.");
     EXPECT_EQ(compilerLog(), "second\n");
     EXPECT_TRUE(waitUntil([&] { return !processExists(first); }, 5));
+    // Closing the window during a build ends the build and its compiler.
+    QFile::remove(pidFile());
+    g.global_build();
+    const qint64 pid = waitForPid(pidFile());
+    g.mymainwindow->close();
+    EXPECT_FALSE(KLVR_NSTHREAD_ISEXECUTING(g.thBuild));
+    EXPECT_FALSE(processExists(pid));
 }
 
 struct BadCompilerCase {
@@ -295,16 +273,6 @@ TEST_F(BuildPipeline, RunWhileTheProgramRunsEndsItBeforeTheNewBuild) {
     g.global_stop();
     g.global_stop();
     EXPECT_TRUE(waitUntil([&] { return !processExists(second); }, 5));
-}
-
-TEST_F(BuildPipeline, ClosingTheWindowDuringABuildLeavesNoProcessBehind) {
-    installCompiler(kSlowCompiler);
-    Global& g = startWith("Shop", kFiles);
-    g.global_build();
-    const qint64 pid = waitForPid(pidFile());
-    g.mymainwindow->close();
-    EXPECT_FALSE(KLVR_NSTHREAD_ISEXECUTING(g.thBuild));
-    EXPECT_FALSE(processExists(pid));
 }
 
 TEST_F(BuildPipeline, GoStartsTheApplicationInTheProjectFolderOnly) {
@@ -422,7 +390,7 @@ TEST_F(BuildPipeline, BreakpointDebuggerAndPanelSwitches) {
     EXPECT_TRUE(compilerLog().isEmpty() && runLog().isEmpty());
 }
 
-TEST_F(BuildPipeline, ToolbarButtonsAndShortcutsStartAndStopBuilds) {
+TEST_F(BuildPipeline, ToolbarButtonsAndShortcutsStartAndStopBuildsAndRuns) {
     installCompiler(kSlowCompiler);
     Global& g = startWith("Shop", kFiles);
     g.mymainwindow->show();
@@ -431,26 +399,32 @@ TEST_F(BuildPipeline, ToolbarButtonsAndShortcutsStartAndStopBuilds) {
     // The keys work while the editor has the focus.
     g.mytextview()->setFocus();
     g.mymainwindow->findChild<QToolButton*>("b_build")->click();
-    const qint64 pid = waitForPid(pidFile());
+    qint64 pid = waitForPid(pidFile());
+    ASSERT_GT(pid, 0);
     // Build and Run stay enabled during a build.
     EXPECT_TRUE(g.mymainwindow->findChild<QToolButton*>("b_build")->isEnabled() &&
                 g.mymainwindow->findChild<QToolButton*>("b_run")->isEnabled());
     QTest::keySequence(g.mytextview(), QKeySequence(Qt::CTRL | Qt::Key_Period));
+    g.global_stop(); // twice is harmless
     ASSERT_TRUE(waitForBuild());
     EXPECT_EQ(status(), "Cancelled.");
     EXPECT_TRUE(waitUntil([&] { return !processExists(pid); }, 5));
     QFile::remove(pidFile());
     QTest::keySequence(g.mytextview(), QKeySequence(Qt::CTRL | Qt::Key_R));
-    EXPECT_GT(waitForPid(pidFile()), 0);
+    pid = waitForPid(pidFile());
+    ASSERT_GT(pid, 0);
     EXPECT_TRUE(g.bAndRun);
+    g.mymainwindow->findChild<QToolButton*>("b_stop")->click();
     g.mymainwindow->findChild<QToolButton*>("b_stop")->click();
     ASSERT_TRUE(waitForBuild());
     EXPECT_EQ(status(), "Stopped.");
+    EXPECT_TRUE(waitUntil([&] { return !processExists(pid); }, 5));
     QFile::remove(pidFile());
     QTest::keySequence(g.mytextview(), QKeySequence(Qt::CTRL | Qt::Key_B));
     EXPECT_GT(waitForPid(pidFile()), 0);
     EXPECT_FALSE(g.bAndRun);
     g.global_stop();
     ASSERT_TRUE(waitForBuild());
+    EXPECT_FALSE(statuses.contains("Done."));
 }
 } // namespace
