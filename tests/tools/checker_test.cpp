@@ -123,10 +123,10 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{"CrLfLines", "\r\nSub A()\r\n  Next\r\nEnd Sub\r\n", "Next without For", 3}),
     [](const ::testing::TestParamInfo<ErrorCase>& info) { return std::string(info.param.name); });
 
-TEST(Checker, AcceptsEveryTemplateTheEditorInserts) {
-    // The declaration templates exactly as inserted, and the statement templates with
-    // their placeholders filled in.
-    const std::string text =
+TEST(Checker, AcceptsTheTemplatesTheEditorInsertsAndTheLanguageAsWritten) {
+    const std::string texts[] = {
+        // The declaration templates exactly as inserted, and the statement templates with
+        // their placeholders filled in.
         "\nSub NAME(ARGUMENT As id)\n  \nEnd Sub\n"
         "\nFunction NAME2(ARGUMENT As id) As id\n  Return Nil\nEnd Function\n"
         "\nAction NAME3()\n  \nEnd IBAction\n"
@@ -141,13 +141,7 @@ TEST(Checker, AcceptsEveryTemplateTheEditorInserts) {
         "\nIf NAME4 Then\n  \nElse\n  \nEnd If\n"
         "\nIf NAME4 Then\n  \nElse\n  \nElse If NAME5 Then\n  \nEnd If\n"
         "\nFor VARIABLE = 1 To 10\n  \nNext\n"
-        "End Event\n";
-    const Verdict v = check(text);
-    EXPECT_TRUE(v.ok) << v.message << " in line " << v.line;
-}
-
-TEST(Checker, AcceptsTheLanguageAsWritten) {
-    const std::string text =
+        "End Event\n",
         "Dim first As Integer ' a declaration on the very first line\n"
         "Public Dim shared As String = \"it's \"\"quoted\"\"\"\n"
         "Private Const LIMIT = 10\n"
@@ -190,9 +184,12 @@ TEST(Checker, AcceptsTheLanguageAsWritten) {
         "  With w\n    .setTitle \"t\"\n    first = .title\n  End With\n"
         "  Static calls As Integer\n  Call lower(1, 2)\n"
         "  For j = 1 To 2\n    Continue For\n  Next\n"
-        "End Event";  // no line break at the end
-    const Verdict v = check(text);
-    EXPECT_TRUE(v.ok) << v.message << " in line " << v.line;
+        "End Event",  // no line break at the end
+    };
+    for (const std::string& text : texts) {
+        const Verdict v = check(text);
+        EXPECT_TRUE(v.ok) << v.message << " in line " << v.line;
+    }
 }
 
 TEST(Checker, PublicMembersAreCollectedFromAnyText) {

@@ -47,13 +47,17 @@ void onLargeStack(const std::function<void()>& work) {
 
 // The heap belongs to the thread that runs the program: a collection budget other than
 // the default, and the heap's statistics after the run, are taken there.
-Ran runFiles(const Files& files, std::size_t budget = 0, klvr::HeapStats* statsAfter = nullptr) {
-    QTemporaryDir dir;
+void writeFolder(const QTemporaryDir& dir, const Files& files) {
     for (const auto& [name, text] : files) {
         QFile file(dir.filePath(QString::fromStdString(name)));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text.data(), static_cast<qint64>(text.size()));
     }
+}
+
+Ran runFiles(const Files& files, std::size_t budget = 0, klvr::HeapStats* statsAfter = nullptr) {
+    QTemporaryDir dir;
+    writeFolder(dir, files);
     Ran ran;
     std::optional<klvr::Diagnostic> error;
     onLargeStack([&] {
@@ -215,10 +219,6 @@ TEST(Programs, CollectionsBeyondTheMemoryBudgetStopWithOutOfMemory) {
     EXPECT_EQ(ran.line, 15);
 }
 
-}  // namespace
-
-namespace {
-
 TEST(Programs, LiveCyclesSurviveTheCollectionsAroundThem) {
     // Cycles held by a field, a local variable and a caught error stay whole while
     // 20,000 dead cycles around them are collected.
@@ -279,11 +279,7 @@ class Visibility : public ::testing::TestWithParam<VisibilityCase> {};
 TEST_P(Visibility, PrivateMembersAreCheckedAcrossFiles) {
     const VisibilityCase& c = GetParam();
     QTemporaryDir dir;
-    for (const auto& [name, text] : c.files) {
-        QFile file(dir.filePath(QString::fromStdString(name)));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text.data(), static_cast<qint64>(text.size()));
-    }
+    writeFolder(dir, c.files);
     const std::string folder = dir.path().toStdString();
     const klvr::Vocabulary vocabulary;
     const klvr::CheckSummary check = klvr::checkProject(folder, klvr::listSourceFiles(folder), vocabulary);

@@ -61,7 +61,7 @@ QString makeProject(const QTemporaryDir& tmp, const QString& name, const QByteAr
     return project;
 }
 
-TEST(Toolchain, NewProjectBuildsAndItsApplicationPrintsHello) {
+TEST(Toolchain, NewProjectBuildsAndItsApplicationPrintsHelloAlsoAfterAByteOrderMark) {
     QTemporaryDir tmp;
     const QString project = makeProject(tmp, "Hello World");
     writeFile(project + "/b.NSView.klvr", "\nSub Paint()\n  Print(\"b\")\nEnd Sub\n");
@@ -85,11 +85,19 @@ TEST(Toolchain, NewProjectBuildsAndItsApplicationPrintsHello) {
     QDir(project + "/build").removeRecursively();
     EXPECT_EQ(compiler({project, "-Deploy"}).exitCode, 0);
     EXPECT_TRUE(QFileInfo(app + "/Contents/MacOS/Hello World").isExecutable());
+
+    // A byte order mark is skipped, and a single file is counted as one.
+    const QString bom = makeProject(tmp, "Bom", "\xEF\xBB\xBF" "Dim n As Integer = 2\nEvent AwakeFromNib()\n  Print(n)\nEnd Event");
+    const Result bomBuild = compiler({bom, "-Release"});
+    EXPECT_EQ(bomBuild.err, "");
+    EXPECT_TRUE(bomBuild.out.startsWith("Checking 1 file of ")) << bomBuild.out.toStdString();
+    EXPECT_TRUE(bomBuild.out.contains("Checked 1 file, 4 lines in "));
+    EXPECT_EQ(runTool(bom + "/build/Release/Bom.app/Contents/MacOS/Bom", {}).out, "2\n");
 }
 
 TEST(Toolchain, ErrorsAreOneLineOnStandardErrorAndNoApplicationIsWritten) {
     struct Case {
-        QByteArray global;
+        QByteArray global;  // empty: the folder has no Global file
         QString otherName;
         QByteArray other;
         QByteArray expected;
@@ -103,19 +111,28 @@ TEST(Toolchain, ErrorsAreOneLineOnStandardErrorAndNoApplicationIsWritten) {
         // Global's Public members are known in other files, its private ones are not.
         {"Public Dim total As Integer\nDim secret As Integer\n" + kHello, "b.NSObject.klvr",
          "\nSub Go()\n  total = 1\n  secret = 2\nEnd Sub\n", "Kelvaro: Unknown identifier secret in line 4 in file b.NSObject.klvr\n"},
+        // Nor are the private members of another class.
+        {"\nEvent AwakeFromNib()\n  Dim c As New Counter\n  c.Add(1)\n  Print(c.hidden)\nEnd Event\n", "Counter.NSObject.klvr",
+         "\nDim hidden As Integer\nPublic Sub Add(n As Integer)\n  hidden = hidden + n\nEnd Sub\n",
+         "Kelvaro: hidden is Private in Counter in line 5 in file Global.NSObject.klvr\n"},
         // A file that is not text at all.
         {kHello, "bin.NSObject.klvr", QByteArray("\x7f" "ELF\x02\x01\x01\x00\x00\x00", 10),
          "Kelvaro: Invalid character in line 1 in file bin.NSObject.klvr\n"},
+        {"", "", "", "Kelvaro: Global.NSObject.klvr missing in line 1 in file Global.NSObject.klvr\n"},
     };
     for (const Case& c : cases) {
         QTemporaryDir tmp;
-        const QString project = makeProject(tmp, "P", c.global);
+        const QString project = tmp.path() + "/P";
+        QDir().mkpath(project);
+        if (!c.global.isEmpty())
+            writeFile(project + "/Global.NSObject.klvr", c.global);
         if (!c.otherName.isEmpty())
             writeFile(project + "/" + c.otherName, c.other);
         const Result r = compiler({project, "-Release"});
         EXPECT_EQ(r.exitCode, 1);
         EXPECT_EQ(r.err, c.expected);
         EXPECT_FALSE(QFile::exists(project + "/build/Release/P.app"));
+        EXPECT_EQ(compiler({tmp.path() + "/Nowhere", "-Release"}).exitCode, 1);
     }
 }
 
@@ -128,15 +145,6 @@ TEST(Toolchain, TheFirstErrorInFileOrderIsReportedWhateverTheThreadsDo) {
     writeFile(project + "/c12.NSObject.klvr", "\nSub Go()\n\n  Next\nEnd Sub\n");
     for (int run = 0; run < 5; ++run)
         EXPECT_EQ(compiler({project, "-Release"}).err, "Kelvaro: Next without For in line 4 in file c12.NSObject.klvr\n");
-}
-
-TEST(Toolchain, AFolderWithoutTheGlobalFileIsAnError) {
-    QTemporaryDir tmp;
-    QDir().mkpath(tmp.path() + "/Empty");
-    const Result r = compiler({tmp.path() + "/Empty", "-Release"});
-    EXPECT_EQ(r.exitCode, 1);
-    EXPECT_EQ(r.err, "Kelvaro: Global.NSObject.klvr missing in line 1 in file Global.NSObject.klvr\n");
-    EXPECT_EQ(compiler({tmp.path() + "/Nowhere", "-Release"}).exitCode, 1);
 }
 
 TEST(Toolchain, VocabularyListsMakeLibraryNamesKnown) {
@@ -178,44 +186,36 @@ TEST(Toolchain, CleanRemovesTheBuildFolderOnlyAlsoWithBlanksInThePath) {
     EXPECT_EQ(compiler({"-Clean"}).exitCode, 2);
 }
 
-TEST(Toolchain, XcodeprojIsCreatedWhenMissingAndNeverTouchedAfterwards) {
+TEST(Toolchain, XcodeprojIsCreatedOnceAndKlvrmakeEditsItsReferencesIdempotently) {
     QTemporaryDir tmp;
     const QString project = makeProject(tmp, "Demo");
     writeFile(project + "/b.NSView.klvr", "");
     writeFile(project + "/Demo/b.mm", "");
     writeFile(project + "/Demo/b.h", "");
+    const QString xcodeproj = project + "/Demo.xcodeproj";
+    const QString pbx = xcodeproj + "/project.pbxproj";
+    const auto files = [&] { return klvr::ProjectFile::parse(readFile(pbx).toStdString()).files(); };
     EXPECT_EQ(compiler({project, "-xcodeproj"}).exitCode, 0);
-    const QString pbx = project + "/Demo.xcodeproj/project.pbxproj";
-    const klvr::ProjectFile file = klvr::ProjectFile::parse(readFile(pbx).toStdString());
-    EXPECT_EQ(file.files(), (std::vector<std::string>{"b.h", "b.mm"}));
-    const QByteArray text = readFile(pbx);
-    EXPECT_TRUE(text.contains("source Global.NSObject.klvr\nsource b.NSView.klvr\n")) << text.toStdString();
+    EXPECT_EQ(files(), (std::vector<std::string>{"b.h", "b.mm"}));
+    EXPECT_TRUE(readFile(pbx).contains("source Global.NSObject.klvr\nsource b.NSView.klvr\n")) << readFile(pbx).toStdString();
 
+    const QStringList tail = {"-o", xcodeproj, "-p", project};
+    const QString xib = project + "/Demo/en.lproj/Preferences.xib";
+    EXPECT_EQ(klvrmake(QStringList{"-append", "c.mm", "c.h", xib} + tail).exitCode, 0);
+    const QByteArray once = readFile(pbx);
+    EXPECT_EQ(klvrmake(QStringList{"-append", "c.mm", "c.h", xib} + tail).exitCode, 0);
+    EXPECT_EQ(readFile(pbx), once) << "after appending twice";
+    EXPECT_EQ(files(), (std::vector<std::string>{"b.h", "b.mm", "c.mm", "c.h", xib.toStdString()}));
+
+    EXPECT_EQ(klvrmake(QStringList{"c.mm", "c.h"} + tail).exitCode, 0);
+    EXPECT_EQ(klvrmake(QStringList{"c.mm", "c.h"} + tail).exitCode, 0);
+    EXPECT_EQ(files(), (std::vector<std::string>{"b.h", "b.mm", xib.toStdString()})) << "after removing twice";
+    EXPECT_TRUE(readFile(pbx).contains("source Global.NSObject.klvr\n"));
+
+    // A project file that exists is never made again, even when edited by hand.
     writeFile(pbx, "edited by hand\n");
     EXPECT_EQ(compiler({project, "-xcodeproj"}).exitCode, 0);
     EXPECT_EQ(readFile(pbx), "edited by hand\n");
-}
-
-TEST(Toolchain, KlvrmakeAddsAndRemovesReferencesIdempotently) {
-    QTemporaryDir tmp;
-    const QString project = makeProject(tmp, "Demo");
-    const QString xcodeproj = project + "/Demo.xcodeproj";
-    const QString pbx = xcodeproj + "/project.pbxproj";
-    EXPECT_EQ(compiler({project, "-xcodeproj"}).exitCode, 0);
-    const QStringList tail = {"-o", xcodeproj, "-p", project};
-
-    EXPECT_EQ(klvrmake(QStringList{"-append", "c.mm", "c.h", project + "/Demo/en.lproj/Preferences.xib"} + tail).exitCode, 0);
-    const QByteArray once = readFile(pbx);
-    EXPECT_EQ(klvrmake(QStringList{"-append", "c.mm", "c.h", project + "/Demo/en.lproj/Preferences.xib"} + tail).exitCode, 0);
-    EXPECT_EQ(readFile(pbx), once);
-    EXPECT_EQ(klvr::ProjectFile::parse(once.toStdString()).files(),
-              (std::vector<std::string>{"c.mm", "c.h", (project + "/Demo/en.lproj/Preferences.xib").toStdString()}));
-
-    EXPECT_EQ(klvrmake(QStringList{"c.mm", "c.h"} + tail).exitCode, 0);
-    EXPECT_EQ(klvrmake(QStringList{"c.mm", "c.h"} + tail).exitCode, 0);
-    EXPECT_EQ(klvr::ProjectFile::parse(readFile(pbx).toStdString()).files(),
-              std::vector<std::string>{(project + "/Demo/en.lproj/Preferences.xib").toStdString()});
-    EXPECT_TRUE(readFile(pbx).contains("source Global.NSObject.klvr\n"));
 
     // A project file that does not exist yet is made on the way.
     QDir(xcodeproj).removeRecursively();
@@ -260,43 +260,30 @@ TEST(Toolchain, RunawayProgramDiesOnTerminate) {
     EXPECT_EQ(process.exitStatus(), QProcess::CrashExit);
 }
 
-TEST(Toolchain, RunnerReportsRuntimeErrorsAndDeepRecursion) {
-    QTemporaryDir tmp;
-    const QString project = makeProject(tmp, "Err",
-                                        "\nEvent AwakeFromNib()\n  Print(Depth(1))\n  Print(Depth(20000))\n  Print(Depth(200000))\nEnd Event\n"
-                                        "Function Depth(n As Integer) As Integer\n  If n = 0 Then Return 0\n  Return Depth(n - 1) + 1\nEnd Function\n");
-    const Result r = runTool(kToolsDir + "/klvrrun", {project});
-    EXPECT_EQ(r.exitCode, 1);
-    EXPECT_EQ(r.out, "1\n");
-    EXPECT_EQ(r.err, "Kelvaro: Too many nested calls in line 9 in file Global.NSObject.klvr\n");
+TEST(Toolchain, RunnerReportsRuntimeErrorsDeepRecursionAndOutOfMemory) {
+    struct Case {
+        QByteArray global, out, err;
+    };
+    const Case cases[] = {
+        {"\nEvent AwakeFromNib()\n  Print(Depth(1))\n  Print(Depth(20000))\n  Print(Depth(200000))\nEnd Event\n"
+         "Function Depth(n As Integer) As Integer\n  If n = 0 Then Return 0\n  Return Depth(n - 1) + 1\nEnd Function\n",
+         "1\n", "Kelvaro: Too many nested calls in line 9 in file Global.NSObject.klvr\n"},
+        {"\nEvent AwakeFromNib()\n  Dim a As New Array\n  Dim i As Integer\n"
+         "  For i = 1 To 100000000\n    a.Append(i)\n  Next\n  Print(a.Count)\nEnd Event\n",
+         "", "Kelvaro: Out of memory in line 6 in file Global.NSObject.klvr\n"},
+    };
+    for (const Case& c : cases) {
+        QTemporaryDir tmp;
+        const Result r = runTool(kToolsDir + "/klvrrun", {makeProject(tmp, "Err", c.global)});
+        EXPECT_EQ(r.status, QProcess::NormalExit);
+        EXPECT_EQ(r.exitCode, 1);
+        EXPECT_EQ(r.out, c.out);
+        EXPECT_EQ(r.err, c.err);
+    }
     EXPECT_EQ(runTool(kToolsDir + "/klvrrun", {"a", "b"}).exitCode, 2);
     const Result usage = runTool(kToolsDir + "/klvrrun", {});
     EXPECT_EQ(usage.exitCode, 2);
     EXPECT_TRUE(usage.err.startsWith("usage: klvrrun FOLDER\n"));
-}
-
-TEST(Toolchain, ByteOrderMarkSingularCountAndPrivateMembersOfOtherClasses) {
-    QTemporaryDir tmp;
-    const QString project = makeProject(tmp, "Bom", "\xEF\xBB\xBF" "Dim n As Integer = 2\nEvent AwakeFromNib()\n  Print(n)\nEnd Event");
-    const Result build = compiler({project, "-Release"});
-    EXPECT_EQ(build.err, "");
-    EXPECT_TRUE(build.out.startsWith("Checking 1 file of ")) << build.out.toStdString();
-    EXPECT_TRUE(build.out.contains("Checked 1 file, 4 lines in "));
-    EXPECT_EQ(runTool(project + "/build/Release/Bom.app/Contents/MacOS/Bom", {}).out, "2\n");
-
-    writeFile(project + "/Global.NSObject.klvr", "\nEvent AwakeFromNib()\n  Dim c As New Counter\n  c.Add(1)\n  Print(c.hidden)\nEnd Event\n");
-    writeFile(project + "/Counter.NSObject.klvr", "\nDim hidden As Integer\nPublic Sub Add(n As Integer)\n  hidden = hidden + n\nEnd Sub\n");
-    EXPECT_EQ(compiler({project, "-Release"}).err, "Kelvaro: hidden is Private in Counter in line 5 in file Global.NSObject.klvr\n");
-}
-
-TEST(Toolchain, AHundredMillionElementArrayEndsInOutOfMemory) {
-    QTemporaryDir tmp;
-    const QString project = makeProject(tmp, "Big", "\nEvent AwakeFromNib()\n  Dim a As New Array\n  Dim i As Integer\n"
-                                                    "  For i = 1 To 100000000\n    a.Append(i)\n  Next\n  Print(a.Count)\nEnd Event\n");
-    const Result r = runTool(kToolsDir + "/klvrrun", {project});
-    EXPECT_EQ(r.status, QProcess::NormalExit);
-    EXPECT_EQ(r.exitCode, 1);
-    EXPECT_EQ(r.err, "Kelvaro: Out of memory in line 6 in file Global.NSObject.klvr\n");
 }
 
 TEST(Toolchain, ManyFilesAndOddInputEndInABuildOrAClearError) {

@@ -103,16 +103,11 @@ TEST(Conversions, AssignmentToTypedVariables) {
 }
 
 TEST(Conversions, ValReadsTheNumberAtTheStart) {
-    const auto val = [](const char* text) { return klvr::textOf(klvr::numberFromText(QString::fromUtf8(text))).toStdString(); };
-    EXPECT_EQ(val("  12abc"), "12");
-    EXPECT_EQ(val("-3.5x"), "-3.5");
-    EXPECT_EQ(val(".5"), "0.5");
-    EXPECT_EQ(val("7."), "7");
-    EXPECT_EQ(val("1e3"), "1000");
-    EXPECT_EQ(val("1e"), "1");
-    EXPECT_EQ(val("+"), "0");
-    EXPECT_EQ(val(""), "0");
-    EXPECT_EQ(val("99999999999999999999"), "1e+20");  // too big for an Integer
+    const std::pair<const char*, const char*> cases[] = {
+        {"  12abc", "12"}, {"-3.5x", "-3.5"}, {".5", "0.5"}, {"7.", "7"}, {"1e3", "1000"}, {"1e", "1"}, {"+", "0"}, {"", "0"},
+        {"99999999999999999999", "1e+20"}};  // the last is too big for an Integer
+    for (const auto& [text, value] : cases)
+        EXPECT_EQ(klvr::textOf(klvr::numberFromText(QString::fromUtf8(text))).toStdString(), value) << text;
     EXPECT_EQ(klvr::numberFromText("12").type, klvr::VType::Integer);
 }
 
