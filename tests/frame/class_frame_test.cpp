@@ -87,7 +87,7 @@ TEST(ClassFrame, CheckedCastsPassMatchesAndNilAndRaiseOtherwise) {
     }
 }
 
-TEST(FailureReport, AFailureInAnEventIsShownWithItsPositionAndTheApplicationGoesOn) {
+TEST(FailureReport, AFailureInAnEventOrOnAThreadIsShownOnTheMainThreadAndTheApplicationGoesOn) {
     KelvaroTestEnvironment::instance().reset();
     sample s;
     // Delivered through the event loop as a platform event would be.
@@ -105,6 +105,17 @@ TEST(FailureReport, AFailureInAnEventIsShownWithItsPositionAndTheApplicationGoes
     QMetaObject::invokeMethod(&s, [&] { delivered = true; }, Qt::QueuedConnection);
     QCoreApplication::processEvents();
     EXPECT_TRUE(delivered);
+
+    // A failure on a background thread ends the thread and is reported on the main thread.
+    KelvaroTestEnvironment::instance().reset();
+    KLThreadRef thread = KLVR_NSTHREAD_INIT(&s, "failing");
+    KLVR_NSTHREAD_START(thread);
+    thread->wait(5000);
+    EXPECT_FALSE(KLVR_NSTHREAD_ISEXECUTING(thread));
+    QCoreApplication::processEvents();
+    shown = testPanels().messages();
+    ASSERT_EQ(shown.size(), 1u) << "after the thread's failure";
+    EXPECT_EQ(shown[0].title, QStringLiteral("Exception KLCastException"));
 }
 
 TEST(FailureReport, TextIsReasonInformationThenReport) {
@@ -117,19 +128,6 @@ TEST(FailureReport, TextIsReasonInformationThenReport) {
     EXPECT_TRUE(plain.text.startsWith(
         QStringLiteral("index 3 beyond bounds\n\nException in\n file 'Global.NSObject.klvr'\n at 'Build2'\n line '12'\n\ncallStackSymbols:\n")));
     EXPECT_EQ(plain.logEntry, plain.text.mid(QStringLiteral("index 3 beyond bounds").size()));
-}
-
-TEST(FailureReport, AFailureOnABackgroundThreadIsReportedOnTheMainThread) {
-    KelvaroTestEnvironment::instance().reset();
-    sample owner;
-    KLThreadRef thread = KLVR_NSTHREAD_INIT(&owner, "failing");
-    KLVR_NSTHREAD_START(thread);
-    thread->wait(5000);
-    EXPECT_FALSE(KLVR_NSTHREAD_ISEXECUTING(thread));
-    QCoreApplication::processEvents();
-    auto shown = testPanels().messages();
-    ASSERT_EQ(shown.size(), 1u);
-    EXPECT_EQ(shown[0].title, QStringLiteral("Exception KLCastException"));
 }
 
 #include "class_frame_test.moc"

@@ -7,7 +7,7 @@
 
 using MainWindow = IdeFixture;
 
-TEST_F(MainWindow, ToolbarHasSixteenEntriesInOrder) {
+TEST_F(MainWindow, ToolbarHasSixteenEntriesInOrderAndButtonsCarryTheirImagesAndToolTips) {
     const QStringList items = mainwindow::ToolbarItems();
     ASSERT_EQ(items.size(), 16);
     EXPECT_EQ(items.mid(0, 3), (QStringList{"ti_projecticon", "ti_project", "ti_event"}));
@@ -16,15 +16,11 @@ TEST_F(MainWindow, ToolbarHasSixteenEntriesInOrder) {
     EXPECT_EQ(items[11], QStringLiteral("NSToolbarSpaceItem"));
     EXPECT_EQ(items[13], QStringLiteral("NSToolbarSpaceItem"));
     EXPECT_EQ(items.last(), QStringLiteral("ti_log"));
+    klvrSetBundlePath(KELVARO_APP_DIR); // the real images
     Global& g = start();
     EXPECT_EQ(g.mymainwindow->KLVR_ToolbarAllowedItemIdentifiers(), items);
     EXPECT_EQ(g.mymainwindow->KLVR_ToolbarDefaultItemIdentifiers(), items);
     EXPECT_EQ(g.mymainwindow->KLVR_ToolbarItem("ti_unknown"), nullptr);
-}
-
-TEST_F(MainWindow, ButtonsCarryTheirImagesAndToolTips) {
-    klvrSetBundlePath(KELVARO_APP_DIR); // the real images
-    Global& g = start();
     const std::pair<const char*, const char*> buttons[] = {
         {"b_back", "Go To Last Position"}, {"b_global", "Global"}, {"b_lasterror", "Go To Last Error"},
         {"b_run", "Run"}, {"b_build", "Build"}, {"b_stop", "Stop"}, {"b_ib", "Xcode: Interface Builder"},
@@ -38,29 +34,23 @@ TEST_F(MainWindow, ButtonsCarryTheirImagesAndToolTips) {
     }
 }
 
-TEST_F(MainWindow, ProjectItemsAreHiddenUntilAProjectIsOpen) {
+TEST_F(MainWindow, ProjectItemsStopAndBackButtonsFollowTheProject) {
     Global& g = start();
     EXPECT_FALSE(g.mymainwindow->ti_project->isVisible());
     EXPECT_FALSE(g.mymainwindow->ti_event->isVisible());
     EXPECT_FALSE(g.mymainwindow->ti_projecticon->isVisible());
-    g.ProjectOpen(makeProject("Shown", {{"Global.NSObject.klvr", "\n"}}));
-    EXPECT_TRUE(g.mymainwindow->ti_project->isVisible());
-    EXPECT_TRUE(g.mymainwindow->ti_projecticon->isVisible());
-}
-
-TEST_F(MainWindow, StopWithNothingRunningOnlyClearsTheStatusLine) {
-    Global& g = start();
+    // Stop with nothing running only clears the status line.
     g.ProjectStatusBar("Building...");
     g.mymainwindow->findChild<QToolButton*>("b_stop")->click();
     EXPECT_EQ(g.mycode->statusbar->text(), QStringLiteral(" "));
     EXPECT_EQ(g.go, nullptr);
-}
 
-TEST_F(MainWindow, BackButtonReturnsToTheRememberedPosition) {
-    Global& g = start();
     const QString p = makeProject("Back", {{"Global.NSObject.klvr", "\nSub A()\nEnd Sub\n\n\n"},
                                            {"b.NSObject.klvr", "\n"}});
     g.ProjectOpen(p);
+    EXPECT_TRUE(g.mymainwindow->ti_project->isVisible());
+    EXPECT_TRUE(g.mymainwindow->ti_projecticon->isVisible());
+    // The back button returns to the position remembered when another file was opened.
     KLVR_KLTEXTVIEW_GOTOLINE(g.mytextview(), 4);
     g.ProjectOpenCode("b.NSObject.klvr");
     EXPECT_EQ(g.sLastPositionFile, QStringLiteral("Global.NSObject.klvr"));

@@ -68,14 +68,6 @@ TEST(RuntimeStrings, TrimKeepsLineBreaksAndOtherHelpersFollowTheirTables) {
     EXPECT_EQ(KLVR_UCASE("end sub"), QStringLiteral("END SUB"));
 }
 
-TEST(RuntimeStrings, ClassAndSuperclassNamesAreCutAsDocumented) {
-    const QString name = QStringLiteral("Global.NSObject.klvr");
-    EXPECT_EQ(KLVR_LEFT(name, KLVR_INSTR(name, ".", 0, true)), QStringLiteral("Global"));
-    QString rest = KLVR_LEFT(name, KLVR_INSTRREV(name, ".", -1, true));
-    EXPECT_EQ(rest, QStringLiteral("Global.NSObject"));
-    EXPECT_EQ(KLVR_MID(rest, KLVR_INSTRREV(rest, ".", -1, true) + 1, -1), QStringLiteral("NSObject"));
-}
-
 TEST(RuntimeStrings, CommandLinesSplitAtUnescapedBlanksOnly) {
     EXPECT_EQ(klvrSplitCommandLine("/opt/my\\ tools/run -Clean /tmp/My\\ App"),
               (QStringList{"/opt/my tools/run", "-Clean", "/tmp/My App"}));

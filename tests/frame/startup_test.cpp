@@ -44,7 +44,7 @@ protected:
 
 } // namespace
 
-TEST_F(StartupTest, FirstStartShowsTheWelcomeWindowAndCreatesNothing) {
+TEST_F(StartupTest, FirstStartWithoutVocabularyListsShowsTheWelcomeWindowAndCreatesNothing) {
     Global& g = start();
     EXPECT_EQ(Global::sharedGlobal(), &g);
     ASSERT_NE(g.mymainwindow, nullptr);
@@ -55,6 +55,8 @@ TEST_F(StartupTest, FirstStartShowsTheWelcomeWindowAndCreatesNothing) {
     EXPECT_TRUE(testPanels().messages().empty());
     EXPECT_FALSE(QFileInfo::exists(home() + "/Library"));
     EXPECT_TRUE(g.ProjectPath.isEmpty());
+    EXPECT_TRUE(g.KelvaroKeywords.isEmpty() && g.KelvaroTypes.isEmpty() && g.KelvaroCommands.isEmpty());
+    EXPECT_EQ(KLVR_NSDICTIONARY_COUNT(g.dClassCompletion), 0);
     // The developer tools were looked for by starting "Xcode" with no document.
     auto launches = testLauncher().launches();
     ASSERT_FALSE(launches.empty());
@@ -78,40 +80,22 @@ TEST_F(StartupTest, MissingDeveloperToolsAreReportedAndTheStartUpGoesOn) {
     EXPECT_TRUE(g.Welcome->isVisible());
 }
 
-TEST_F(StartupTest, ALastProjectThatWasDeletedShowsTheWelcomeWindowSilently) {
-    writeFile(home() + "/Library/Kelvaro/LastProject.txt", (home() + "/gone/Hello").toUtf8());
-    Global& g = start();
-    EXPECT_TRUE(g.Welcome->isVisible());
-    EXPECT_TRUE(testPanels().messages().empty());
-    EXPECT_TRUE(g.ProjectPath.isEmpty());
-
-    global.reset();
-    writeFile(home() + "/Library/Kelvaro/LastProject.txt", "");
-    Global& again = start();
-    EXPECT_TRUE(again.Welcome->isVisible());
-    EXPECT_TRUE(testPanels().messages().empty());
-}
-
-TEST_F(StartupTest, ALastProjectThatExistsIsReopened) {
+TEST_F(StartupTest, TheLastProjectIsReopenedWhenItExistsAndOtherwiseTheWelcomeWindowShowsSilently) {
     const QString project = home() + "/Projects/My App";
     writeFile(project + "/Global.NSObject.klvr", "\nEvent AwakeFromNib()\nEnd Event\n");
-    writeFile(home() + "/Library/Kelvaro/LastProject.txt", project.toUtf8());
-    Global& g = start();
-    EXPECT_EQ(g.ProjectPath, project);
-    EXPECT_EQ(g.projectFiles, QStringList{"Global.NSObject.klvr"});
-    EXPECT_FALSE(g.Welcome->isVisible());
+    for (const QString& last : {home() + "/gone/Hello", QString(), project}) {
+        SCOPED_TRACE(last.toStdString());
+        writeFile(home() + "/Library/Kelvaro/LastProject.txt", last.toUtf8());
+        global.reset();
+        Global& g = start();
+        EXPECT_TRUE(testPanels().messages().empty());
+        EXPECT_EQ(g.Welcome->isVisible(), last != project);
+        EXPECT_EQ(g.ProjectPath, last == project ? project : QString());
+    }
+    EXPECT_EQ(global->projectFiles, QStringList{"Global.NSObject.klvr"});
 }
 
-TEST_F(StartupTest, AllVocabularyListsMissingStillCompletes) {
-    Global& g = start();
-    EXPECT_TRUE(g.KelvaroKeywords.isEmpty());
-    EXPECT_TRUE(g.KelvaroTypes.isEmpty());
-    EXPECT_TRUE(g.KelvaroCommands.isEmpty());
-    EXPECT_EQ(KLVR_NSDICTIONARY_COUNT(g.dClassCompletion), 0);
-    EXPECT_TRUE(g.Welcome->isVisible());
-}
-
-TEST_F(StartupTest, VocabularyListsFillTheSevenTables) {
+TEST_F(StartupTest, VocabularyListsFillTheSevenTablesAndBrokenOnesAreReported) {
     writeList("type.plist", "<dict><key>0</key><string>Integer</string><key>1</key><string>String</string></dict>");
     writeList("keyword.plist", "<dict><key>a</key><string>Sub</string><key>b</key><string>End</string></dict>");
     writeList("const.plist", "<dict><key>0</key><integer>42</integer><key>1</key><string>NSOKButton</string></dict>");
@@ -136,21 +120,23 @@ TEST_F(StartupTest, VocabularyListsFillTheSevenTables) {
     Value other = Value::dictionary();
     g.addClass("NSString", other);
     EXPECT_EQ(KLVR_NSDICTIONARY_OBJECT(g.dClassCompletion, "NSString"), other);
-}
+    EXPECT_TRUE(testPanels().messages().empty());
 
-TEST_F(StartupTest, AListThatIsNotADictionaryIsReportedAndTheRestStillLoads) {
+    // A list that is not a dictionary is reported, an unparsable one is empty, and the
+    // rest still loads.
     writeList("type.plist", "<array><string>Integer</string></array>");
     writeFile(resources() + "/keyword.plist", "this is not a property list");
     writeList("const.plist", "<dict><key>0</key><string>NSOKButton</string></dict>");
-    Global& g = start();
+    global.reset();
+    Global& next = start();
     auto shown = testPanels().messages();
     ASSERT_EQ(shown.size(), 1u);
     EXPECT_EQ(shown[0].title, QStringLiteral("Exception KLCastException"));
     EXPECT_TRUE(shown[0].text.startsWith(QStringLiteral("'Dictionary' expected")));
-    EXPECT_TRUE(g.KelvaroTypes.isEmpty());
-    EXPECT_TRUE(g.KelvaroKeywords.isEmpty()); // unparsable: empty
-    EXPECT_EQ(g.KelvaroConsts, QStringList{"NSOKButton"});
-    EXPECT_TRUE(g.Welcome->isVisible());
+    EXPECT_TRUE(next.KelvaroTypes.isEmpty());
+    EXPECT_TRUE(next.KelvaroKeywords.isEmpty());
+    EXPECT_EQ(next.KelvaroConsts, QStringList{"NSOKButton"});
+    EXPECT_TRUE(next.Welcome->isVisible());
 }
 
 TEST_F(StartupTest, RecentProjectsKeepFiveNewestFirstWithDuplicates) {
@@ -190,13 +176,14 @@ TEST_F(StartupTest, HelpActionsOpenTheirDocumentsWithTheirApplications) {
     g.UsersGuide();
     g.ReleaseNotes();
     g.LanguageReference();
+    const std::pair<const char*, QString> expected[] = {{"Preview", resources() + "/Quick Start.pdf"},
+                                                        {"Preview", resources() + "/General Manual.pdf"},
+                                                        {"TextEdit", resources() + "/Readme.txt"},
+                                                        {"Safari", resources() + "/Language Reference.html"}};
     auto launches = testLauncher().launches();
     ASSERT_EQ(launches.size(), 4u);
-    EXPECT_EQ(launches[0].application, QStringLiteral("Preview"));
-    EXPECT_EQ(launches[0].document, resources() + "/Quick Start.pdf");
-    EXPECT_EQ(launches[1].document, resources() + "/General Manual.pdf");
-    EXPECT_EQ(launches[2].application, QStringLiteral("TextEdit"));
-    EXPECT_EQ(launches[2].document, resources() + "/Readme.txt");
-    EXPECT_EQ(launches[3].application, QStringLiteral("Safari"));
-    EXPECT_EQ(launches[3].document, resources() + "/Language Reference.html");
+    for (std::size_t i = 0; i < launches.size(); ++i) {
+        EXPECT_EQ(launches[i].application, QString::fromLatin1(expected[i].first)) << i;
+        EXPECT_EQ(launches[i].document, expected[i].second) << i;
+    }
 }

@@ -45,63 +45,60 @@ static bool followsPattern(const QByteArray& bytes, char base) {
     return true;
 }
 
-TEST(Tasks, WaitOnTheMainThreadDeliversEveryByteInOrderWithoutDeadlock) {
-    outputowner owner;
-    std::unique_ptr<KLTask> go(KLVR_KLTASK_INIT(&owner, "go"));
-    KLVR_KLTASK_PATH(go.get(), KELVARO_CHILD_WRITER);
-    KLVR_KLTASK_ARGUMENTS(go.get(), {"20000000", "1000000"});
-    QElapsedTimer clock;
-    clock.start();
-    KLVR_KLTASK_STARTANDWAIT(go.get(), false);
-    // Flags and data set by the handlers are complete right after the call.
-    EXPECT_EQ(owner.out.size(), 20000000);
-    EXPECT_EQ(owner.err.size(), 1000000);
-    EXPECT_TRUE(followsPattern(owner.out, 'a'));
-    EXPECT_TRUE(followsPattern(owner.err, 'A'));
-    EXPECT_TRUE(owner.allOnMainThread);
-    EXPECT_FALSE(KLVR_KLTASK_ISRUNNING(go.get()));
-    EXPECT_EQ(go->exitStatus(), 0);
-    EXPECT_LT(clock.elapsed(), 20000);
-}
+enum class Waiting { OnTheMainThread, DetachedThenLater, OnABackgroundThread };
+struct DeliveryCase {
+    const char* name;
+    Waiting waiting;
+    int out, err;  // bytes the child writes to each stream
+};
+class Delivery : public ::testing::TestWithParam<DeliveryCase> {};
 
-TEST(Tasks, DetachedRunWaitedForLaterDeliversEverythingFirst) {
+TEST_P(Delivery, EveryByteArrivesInOrderOnTheMainThreadBeforeTheWaitReturns) {
+    const DeliveryCase& c = GetParam();
     outputowner owner;
     std::unique_ptr<KLTask> go(KLVR_KLTASK_INIT(&owner, "go"));
     go->waitUntilEnded(); // never started: returns at once
     KLVR_KLTASK_PATH(go.get(), KELVARO_CHILD_WRITER);
-    KLVR_KLTASK_ARGUMENTS(go.get(), {"3000000", "100000"});
-    KLVR_KLTASK_STARTANDWAIT(go.get(), true);
-    // The main thread is busy elsewhere while the child writes; its output handlers wait
-    // for the main thread meanwhile.
-    QThread::msleep(200);
-    go->waitUntilEnded();
-    EXPECT_FALSE(KLVR_KLTASK_ISRUNNING(go.get()));
-    EXPECT_EQ(owner.out.size(), 3000000);
-    EXPECT_EQ(owner.err.size(), 100000);
+    KLVR_KLTASK_ARGUMENTS(go.get(), {QString::number(c.out), QString::number(c.err)});
+    QElapsedTimer clock;
+    clock.start();
+    qsizetype outAfterWait = -1; // flags and data set by the handlers are complete right after the wait
+    if (c.waiting == Waiting::OnTheMainThread) {
+        KLVR_KLTASK_STARTANDWAIT(go.get(), false);
+        outAfterWait = owner.out.size();
+    } else if (c.waiting == Waiting::DetachedThenLater) {
+        KLVR_KLTASK_STARTANDWAIT(go.get(), true);
+        // The main thread is busy elsewhere while the child writes; its output handlers
+        // wait for the main thread meanwhile.
+        QThread::msleep(200);
+        go->waitUntilEnded();
+        outAfterWait = owner.out.size();
+    } else {
+        std::atomic<bool> done{false};
+        std::unique_ptr<QThread> builder(QThread::create([&] {
+            KLVR_KLTASK_STARTANDWAIT(go.get(), false);
+            outAfterWait = owner.out.size();
+            done = true;
+        }));
+        builder->start();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return done.load(); }, 20000));
+        builder->wait();
+    }
+    EXPECT_EQ(outAfterWait, c.out);
+    EXPECT_EQ(owner.err.size(), c.err);
     EXPECT_TRUE(followsPattern(owner.out, 'a'));
+    EXPECT_TRUE(followsPattern(owner.err, 'A'));
     EXPECT_TRUE(owner.allOnMainThread);
+    EXPECT_FALSE(KLVR_KLTASK_ISRUNNING(go.get()));
     go->waitUntilEnded(); // already ended: returns at once
     EXPECT_EQ(go->exitStatus(), 0);
+    EXPECT_LT(clock.elapsed(), 20000);
 }
-
-TEST(Tasks, WaitOnABackgroundThreadWhileTheMainThreadServesOutput) {
-    outputowner owner;
-    std::unique_ptr<KLTask> go(KLVR_KLTASK_INIT(&owner, "go"));
-    KLVR_KLTASK_PATH(go.get(), KELVARO_CHILD_WRITER);
-    KLVR_KLTASK_ARGUMENTS(go.get(), {"3000000", "50000"});
-    std::atomic<bool> done{false};
-    qsizetype sizeSeenByWaiter = -1;
-    std::unique_ptr<QThread> builder(QThread::create([&] {
-        KLVR_KLTASK_STARTANDWAIT(go.get(), false);
-        sizeSeenByWaiter = owner.out.size();
-        done = true;
-    }));
-    builder->start();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return done.load(); }, 20000));
-    builder->wait();
-    EXPECT_EQ(sizeSeenByWaiter, 3000000);
-    EXPECT_EQ(owner.err.size(), 50000);
-}
+INSTANTIATE_TEST_SUITE_P(Table, Delivery,
+                         ::testing::Values(DeliveryCase{"WaitOnTheMainThread", Waiting::OnTheMainThread, 20000000, 1000000},
+                                           DeliveryCase{"DetachedWaitedForLater", Waiting::DetachedThenLater, 3000000, 100000},
+                                           DeliveryCase{"WaitOnABackgroundThread", Waiting::OnABackgroundThread, 3000000, 50000}),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST(Tasks, DetachedRunKeepsTheInterfaceResponsiveAndCanBeStopped) {
     outputowner owner;
@@ -121,7 +118,7 @@ TEST(Tasks, DetachedRunKeepsTheInterfaceResponsiveAndCanBeStopped) {
     EXPECT_LT(clock.elapsed(), 10000);
 }
 
-TEST(Tasks, AMissingProgramEndsTheWaitAndAReleasedTaskEndsItsProcess) {
+TEST(Tasks, AMissingProgramEndsTheWaitAndAReleasedTaskEndsItsProcessAndItsWaiters) {
     outputowner owner;
     std::unique_ptr<KLTask> go(KLVR_KLTASK_INIT(&owner, "go"));
     KLVR_KLTASK_PATH(go.get(), "/no/such/program");
@@ -136,41 +133,31 @@ TEST(Tasks, AMissingProgramEndsTheWaitAndAReleasedTaskEndsItsProcess) {
 
     KLVR_KLTASK_ARGUMENTS(go.get(), {"--sleep", "60"});
     KLVR_KLTASK_STARTANDWAIT(go.get(), true);
-    QElapsedTimer clock;
-    clock.start();
-    go.reset(); // must neither block nor leave the process behind
-    EXPECT_LT(clock.elapsed(), 1000);
-}
-
-TEST(Tasks, ARunIsWaitedForOnAnotherThreadAlsoAfterTheTaskIsGone) {
-    outputowner owner;
-    KLTask* go = KLVR_KLTASK_INIT(&owner, "go");
-    KLVR_KLTASK_PATH(go, KELVARO_CHILD_WRITER);
-    KLVR_KLTASK_ARGUMENTS(go, {"--sleep", "60"});
-    KLVR_KLTASK_STARTANDWAIT(go, true);
+    // The run is waited for on another thread, also after the task is gone.
     const KLTaskRun run = go->lastRun();
     std::atomic<bool> ended{false};
     std::thread waiter([&] {
         run.wait();
         ended = true;
     });
-    delete go; // ends the process on its reading thread
+    QElapsedTimer clock;
+    clock.start();
+    go.reset(); // must neither block nor leave the process behind
+    EXPECT_LT(clock.elapsed(), 1000);
     waiter.join();
     EXPECT_TRUE(ended);
     EXPECT_EQ(run.exitStatus(), -1);
     EXPECT_FALSE(run.failedToStart());
 }
 
-TEST(Tasks, ArgumentsArePassedAsTheyStand) {
+TEST(Tasks, ArgumentsArePassedAsTheyStandAndRunSplitsEscapedBlanksAndNeverStartsAShell) {
     outputowner owner;
     std::unique_ptr<KLTask> go(KLVR_KLTASK_INIT(&owner, "go"));
     KLVR_KLTASK_PATH(go.get(), KELVARO_CHILD_WRITER);
     KLVR_KLTASK_ARGUMENTS(go.get(), {"--args", "/tmp/My App", "$(touch x)", "a;b", "'q\""});
     KLVR_KLTASK_STARTANDWAIT(go.get(), false);
     EXPECT_EQ(owner.out, QByteArray("/tmp/My App\n$(touch x)\na;b\n'q\"\n"));
-}
 
-TEST(Tasks, RunSplitsEscapedBlanksAndNeverStartsAShell) {
     QTemporaryDir dir;
     const QString trap = dir.filePath("trap");
     // Every shell construct is passed on as text to the named program.
