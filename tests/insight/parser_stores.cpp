@@ -42,6 +42,12 @@ TEST(ParserStores, NeverScannedGivesNothingAndAScanFillsEveryStore) {
     // Stores are keyed by the path exactly as given.
     EXPECT_EQ(p.GetAll(dir.path() + "/./Foo.NSObject.klvr"), nullptr);
     EXPECT_FALSE(p.isLocked(path));
+    // The shared instance is one object.
+    parser* shared = parser::sharedparser();
+    ASSERT_NE(shared, nullptr);
+    EXPECT_EQ(parser::sharedparser(), shared);
+    EXPECT_EQ(KLVR__PARSER(shared), shared);
+    EXPECT_EQ(KLVR__PARSER(nullptr), nullptr);
 }
 
 TEST(ParserStores, RescanReplacesAndOldListsStayWholeForTheirHolders) {
@@ -97,12 +103,4 @@ TEST(ParserStores, SecondRequestWhileAScanIsUnderWayReturnsAtOnce) {
     EXPECT_FALSE(p.isLocked(path));
     ASSERT_NE(p.GetSub(path), nullptr);
     EXPECT_EQ(p.GetSub(path)->entry(0).name, "Late");
-}
-
-TEST(ParserStores, SharedInstanceIsOneObject) {
-    parser* shared = parser::sharedparser();
-    ASSERT_NE(shared, nullptr);
-    EXPECT_EQ(parser::sharedparser(), shared);
-    EXPECT_EQ(KLVR__PARSER(shared), shared);
-    EXPECT_EQ(KLVR__PARSER(nullptr), nullptr);
 }

@@ -70,7 +70,7 @@ TEST(ScannerCommand, ScanPrintsOneObjectPerFileInArgumentOrderAgreeingWithTheRef
     EXPECT_EQ(array.last()["lists"]["Sub"][0]["name"].toString(), QString("Caf\u00e9"));
 }
 
-TEST(ScannerCommand, UnreadableFileIsReportedAfterTheOthersArePrinted) {
+TEST(ScannerCommand, UnreadableFilesAndFoldersFailAfterTheOthersArePrinted) {
     QTemporaryDir dir;
     const QString good = write(dir, "Good.NSObject.klvr", "\nSub A()\n");
     const QString missing = dir.filePath("Missing.NSObject.klvr");
@@ -85,6 +85,11 @@ TEST(ScannerCommand, UnreadableFileIsReportedAfterTheOthersArePrinted) {
     const ChildRun none = runKelvaro({"--scan"});
     EXPECT_EQ(none.status, 2);
     EXPECT_TRUE(none.out.isEmpty());
+    // Tags of a missing folder fail without writing anything.
+    const ChildRun tags = runKelvaro({"--tags", dir.filePath("nowhere")});
+    EXPECT_EQ(tags.status, 1);
+    EXPECT_TRUE(tags.err.contains("nowhere"));
+    EXPECT_FALSE(QFile::exists(dir.filePath("nowhere/tags")));
 }
 
 TEST(ScannerCommand, TagsFileIsSortedAndReadableByCtagsTools) {
@@ -121,14 +126,6 @@ TEST(ScannerCommand, TagsFileIsSortedAndReadableByCtagsTools) {
     const ChildRun found = runKelvaro({"-t", dir.filePath("tags"), "-e", "Click"}, readtags);
     EXPECT_EQ(found.status, 0);
     EXPECT_TRUE(found.out.startsWith("Click\tGlobal.NSObject.klvr\t11;\"")) << found.out.toStdString();
-}
-
-TEST(ScannerCommand, TagsOfAMissingFolderFail) {
-    QTemporaryDir dir;
-    const ChildRun run = runKelvaro({"--tags", dir.filePath("nowhere")});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_TRUE(run.err.contains("nowhere"));
-    EXPECT_FALSE(QFile::exists(dir.filePath("nowhere/tags")));
 }
 
 TEST(ScannerCommand, LargeFileScannedInPartsGivesTheListsOfOnePass) {

@@ -50,11 +50,14 @@ template <class Char> QJsonObject jsonOf(const ScanRecord<Char>& record) {
 
 } // namespace
 
-TEST(ScannerParts, CuttingTheTextIntoPartsChangesNothing) {
+TEST(ScannerParts, CuttingTheTextIntoPartsChangesNothingNorTheJson) {
     int cut = 0;
     for (quint32 start = 1; start <= 3000; ++start) {
         const QString text = randomKelvaroSource(start, 60);
         const DeclarationLists whole = scanDeclarations(text);
+        if (start <= 400) { // the JSON written from a record cut in two holds the lists
+            EXPECT_EQ(jsonDifference(jsonOf(recordDeclarations(utf16(text), 2)), whole), "") << start;
+        }
         for (int parts : {2, 3, 5, 9}) {
             const QString difference = firstDifference(whole, inParts(text, parts));
             ASSERT_TRUE(difference.isEmpty()) << "start value " << start << ", " << parts
@@ -90,33 +93,24 @@ TEST(ScannerParts, StateThatCrossesACut) {
     }
 }
 
-TEST(ScannerParts, AsciiBytesScanLikeTheirDecodedText) {
+TEST(ScannerParts, AsciiAndUtf8BytesScanLikeTheirDecodedTextAndTheirJsonHoldsTheLists) {
     for (quint32 start = 1; start <= 2000; ++start) {
-        const QString text = asciiOnly(randomKelvaroSource(start, 60));
-        const QByteArray bytes = text.toLatin1();
-        ASSERT_TRUE(isAscii(std::string_view(bytes.constData(), size_t(bytes.size()))));
-        const DeclarationLists decoded = scanDeclarations(text);
-        for (int parts : {1, 3}) {
-            const auto record = recordDeclarations(std::string_view(bytes.constData(), size_t(bytes.size())), parts);
-            const QString difference = firstDifference(decoded, declarationListsOf(record));
-            ASSERT_TRUE(difference.isEmpty()) << "start value " << start << ": " << difference.toStdString();
-        }
-    }
-}
-
-TEST(ScannerParts, Utf8BytesScanLikeTheirDecodedText) {
-    for (quint32 start = 1; start <= 2000; ++start) {
-        const QString text = otherLetters(randomKelvaroSource(start, 60));
-        const QByteArray bytes = text.toUtf8();
-        const std::string_view raw(bytes.constData(), size_t(bytes.size()));
-        ASSERT_TRUE(scannableAsBytes(raw));
-        const DeclarationLists decoded = scanDeclarations(text);
-        for (int parts : {1, 3}) {
-            const auto record = recordDeclarations(raw, parts);
-            const QString difference = firstDifference(decoded, declarationListsOf(record));
-            ASSERT_TRUE(difference.isEmpty()) << "start value " << start << ": " << difference.toStdString();
-            if (start <= 300) {
-                ASSERT_EQ(jsonDifference(jsonOf(record), decoded), "") << start;
+        const QString random = randomKelvaroSource(start, 60);
+        for (const bool ascii : {true, false}) {
+            const QString text = ascii ? asciiOnly(random) : otherLetters(random);
+            const QByteArray bytes = text.toUtf8();
+            const std::string_view raw(bytes.constData(), size_t(bytes.size()));
+            ASSERT_EQ(isAscii(raw), ascii);
+            ASSERT_TRUE(scannableAsBytes(raw));
+            const DeclarationLists decoded = scanDeclarations(text);
+            for (int parts : {1, 3}) {
+                const auto record = recordDeclarations(raw, parts);
+                const QString difference = firstDifference(decoded, declarationListsOf(record));
+                ASSERT_TRUE(difference.isEmpty()) << "start value " << start << " ascii " << ascii << ": "
+                                                  << difference.toStdString();
+                if (start <= 400) {
+                    ASSERT_EQ(jsonDifference(jsonOf(record), decoded), "") << start;
+                }
             }
         }
     }
@@ -216,17 +210,6 @@ TEST(ScannerParts, AsciiTestLooksAtEveryByte) {
         withSourceText(utf8, [](auto text) { return declarationListsOf(recordDeclarations(text)); });
     EXPECT_EQ(lists.all.entry(0).name, QString("Caf\u00e9"));
     EXPECT_EQ(lists.locals.value(QString("Caf\u00e9.y")), "U");
-}
-
-TEST(ScannerParts, JsonFromTheRecordHoldsTheLists) {
-    for (quint32 start = 1; start <= 400; ++start) {
-        const QString text = randomKelvaroSource(start, 60);
-        const DeclarationLists lists = scanDeclarations(text);
-        EXPECT_EQ(jsonDifference(jsonOf(recordDeclarations(utf16(text), 2)), lists), "") << start;
-        const QByteArray ascii = asciiOnly(text).toLatin1();
-        const auto bytesRecord = recordDeclarations(std::string_view(ascii.constData(), size_t(ascii.size())));
-        EXPECT_EQ(jsonDifference(jsonOf(bytesRecord), scanDeclarations(asciiOnly(text))), "") << start;
-    }
 }
 
 TEST(ScannerParts, JsonNamesEachLocalOnceWithTheTypeTheListsGiveIt) {

@@ -112,13 +112,6 @@ INSTANTIATE_TEST_SUITE_P(
         TypeCase{"OnlyPoints", "Basket.NSObject.klvr", 2, "...", false, ""}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(Resolution, IdentifiersOfTheOwnClassIncludePrivateOnesOfOthersOnlyPublicOnes) {
-    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "Basket"),
-              (QStringList{"x", "total", "Run(n As Integer)", "items", "vault", "größe", "Add(k As Integer)"}));
-    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "Shelf"), (QStringList{"first", "crate", "Put(item As Basket)"}));
-    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "NoSuchClass"), QStringList{});
-}
-
 TEST_F(Resolution, AChainOfFiveThousandSegmentsResolvesInOnePass) {
     QString chain = "me";
     for (int i = 0; i < 2500; ++i)
@@ -127,7 +120,12 @@ TEST_F(Resolution, AChainOfFiveThousandSegmentsResolvesInOnePass) {
     EXPECT_EQ(resolver.FindType(basket(), 1, chain + ".nothing" + chain, false), "");
 }
 
-TEST_F(Resolution, ADeletedClassFileAnswersFromItsLastScanAndAnUnlistedOneNotAtAll) {
+TEST_F(Resolution, IdentifiersFollowVisibilityAndADeletedClassFileAnswersFromItsLastScanAnUnlistedOneNotAtAll) {
+    // The own class offers its Private identifiers too, other classes only their Public ones.
+    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "Basket"),
+              (QStringList{"x", "total", "Run(n As Integer)", "items", "vault", "größe", "Add(k As Integer)"}));
+    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "Shelf"), (QStringList{"first", "crate", "Put(item As Basket)"}));
+    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "NoSuchClass"), QStringList{});
     QFile::remove(dir.filePath("Crate.NSObject.klvr"));
     EXPECT_EQ(resolver.FindType(basket(), 1, "items.crate.tag", false), "NSString");
     files.removeAll("Crate.NSObject.klvr");
