@@ -146,12 +146,4 @@ TEST_F(ProjectSearchPanel, DoubleClickOpensTheFileAtTheLineAndTheToolbarFieldSea
     EXPECT_EQ(global->ProjectCurrentLine(), "12");
 }
 
-TEST_F(ProjectSearchPanel, NothingWithoutAProject) {
-    Global& g = start();
-    g.mymainwindow->boxedSearchFile->setText("x");
-    g.mymainwindow->boxedSearchFilePerform();
-    g.FindReplaceFile();
-    EXPECT_FALSE(g.ibfindreplacefile()->window->isVisible());
-}
-
 } // namespace
