@@ -261,12 +261,10 @@ TEST(ExampleProjects, SourcesKeepToTheLanguageCoreTheRunnerCarriesOut) {
 
 TEST(ExampleProjects, TheStructureCheckItselfSeesBrokenSources) {
     // The examination above is only worth something if it rejects bad code.
-    EXPECT_FALSE(examineSource("\nSub A()\n  For i = 1 To 3\nEnd Sub\n").problems.isEmpty());
-    EXPECT_FALSE(examineSource("\nSub A()\nSub B()\nEnd Sub\nEnd Sub\n").problems.isEmpty());
-    EXPECT_FALSE(examineSource("\nPrint(\"x\")\n").problems.isEmpty());
-    EXPECT_FALSE(examineSource("\nDim w As NSWindow\n").problems.isEmpty());
-    EXPECT_FALSE(examineSource("\nEvent E()\n  Next\nEnd Event\n").problems.isEmpty());
-    EXPECT_FALSE(examineSource("\nEvent E()\n  Else\nEnd Event\n").problems.isEmpty());
+    for (const char* broken : {"\nSub A()\n  For i = 1 To 3\nEnd Sub\n", "\nSub A()\nSub B()\nEnd Sub\nEnd Sub\n",
+                               "\nPrint(\"x\")\n", "\nDim w As NSWindow\n", "\nEvent E()\n  Next\nEnd Event\n",
+                               "\nEvent E()\n  Else\nEnd Event\n"})
+        EXPECT_FALSE(examineSource(QString::fromUtf8(broken)).problems.isEmpty()) << broken;
     const SourceReport fine = examineSource(
         "\nFunction F(n As Integer) As Integer ' If x Then\n  If n > 1 Then Return 1\n"
         "  If n = 0 Then\n    Return 2\n  Else If n = 1 Then\n    Return \"End Sub\"\n  End If\n"
