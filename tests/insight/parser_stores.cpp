@@ -1,5 +1,6 @@
 // The parser's per-file stores and its guard, with real files in a temporary folder.
 #include "insight/parser.h"
+#include "support/test_environment.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -7,22 +8,10 @@
 #include <sys/stat.h>
 #include <thread>
 
-namespace {
-
-QString write(const QTemporaryDir& dir, const QString& name, const QByteArray& bytes) {
-    const QString path = dir.filePath(name);
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    return path;
-}
-
-} // namespace
-
 TEST(ParserStores, NeverScannedGivesNothingAndAScanFillsEveryStore) {
     QTemporaryDir dir;
     parser p;
-    const QString path = write(dir, "Foo.NSObject.klvr", "Class\nSub A(x As T)\n Dim y As U\nEnd Sub\nDim z\n");
+    const QString path = writeFile(dir.filePath("Foo.NSObject.klvr"), "Class\nSub A(x As T)\n Dim y As U\nEnd Sub\nDim z\n");
     EXPECT_EQ(p.GetAll(path), nullptr);
     EXPECT_EQ(p.GetLineSeparators(path), nullptr);
     EXPECT_EQ(p.GetLocalList(path), nullptr);
@@ -53,10 +42,10 @@ TEST(ParserStores, NeverScannedGivesNothingAndAScanFillsEveryStore) {
 TEST(ParserStores, RescanReplacesAndOldListsStayWholeForTheirHolders) {
     QTemporaryDir dir;
     parser p;
-    const QString path = write(dir, "A.NSObject.klvr", "\nSub One()\nSub Two()\n");
+    const QString path = writeFile(dir.filePath("A.NSObject.klvr"), "\nSub One()\nSub Two()\n");
     p.ParseFile(path);
     const parser::List before = p.GetSub(path);
-    write(dir, "A.NSObject.klvr", "\nFunction Three() As X\n");
+    writeFile(dir.filePath("A.NSObject.klvr"), "\nFunction Three() As X\n");
     p.ParseFile(path);
     EXPECT_EQ(before->rows[0].title, "Sub (2)"); // a reader keeps what it got
     EXPECT_EQ(p.GetSub(path)->entryCount(), 0);

@@ -2,6 +2,7 @@
 #include "insight/parser.h"
 #include "insight/type_resolution.h"
 #include "resolution_project.h"
+#include "support/test_environment.h"
 
 #include <QDir>
 #include <QFile>
@@ -23,12 +24,8 @@ class Resolution : public ::testing::Test {
 protected:
     void SetUp() override {
         for (const auto& [name, text] : rp::files) {
-            QFile file(dir.filePath(name));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write(text);
+            scans.ParseFile(writeFile(dir.filePath(name), text));
             files << name;
-            file.close();
-            scans.ParseFile(dir.filePath(name));
         }
         vocabulary.entries().insert("NSString", memberMap({{"length", "Integer"}, {"uppercaseString", "NSString"}}));
     }
