@@ -10,11 +10,6 @@
 
 namespace {
 
-QByteArray fileBytes(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 class ProjectSearchPanel : public IdeFixture {
 protected:
     findreplacefile& openProject(const QList<std::pair<QString, QByteArray>>& files) {
@@ -98,9 +93,9 @@ TEST_F(ProjectSearchPanel, ReplaceAllWritesChangedFilesKeepingTheirFormAndReopen
     EXPECT_EQ(panel.lInfo->text(), "4 replaced");
     EXPECT_EQ(shownRows(panel.tableview), (QStringList{"Global.NSObject.klvr|2|foo = 1", "b.NSObject.klvr|1|a foo foo",
                                              "b.NSObject.klvr|1|a foo foo", "c.NSObject.klvr|2|foo caf\u00e9"}));
-    EXPECT_EQ(fileBytes(project + "/Global.NSObject.klvr"), "\nfoofoo = 1\n");
-    EXPECT_EQ(fileBytes(project + "/b.NSObject.klvr"), "\xef\xbb\xbf" "a foofoo foofoo\n");
-    EXPECT_EQ(fileBytes(project + "/c.NSObject.klvr"), "\r\nfoofoo caf\xe9\r\n");
+    EXPECT_EQ(readFile(project + "/Global.NSObject.klvr"), "\nfoofoo = 1\n");
+    EXPECT_EQ(readFile(project + "/b.NSObject.klvr"), "\xef\xbb\xbf" "a foofoo foofoo\n");
+    EXPECT_EQ(readFile(project + "/c.NSObject.klvr"), "\r\nfoofoo caf\xe9\r\n");
     EXPECT_EQ(QFileInfo(untouched).lastModified(), before);
     EXPECT_EQ(view->text(), "\nfoofoo = 1\n"); // the open document shows the disk's text
 
@@ -109,14 +104,14 @@ TEST_F(ProjectSearchPanel, ReplaceAllWritesChangedFilesKeepingTheirFormAndReopen
     panel.cbReplace->setCurrentText("\u2192");
     panel.pbReplaceAll();
     EXPECT_EQ(panel.lInfo->text(), "1 replaced; not replaced: c.NSObject.klvr");
-    EXPECT_EQ(fileBytes(project + "/c.NSObject.klvr"), "\r\nfoofoo caf\xe9\r\n");
+    EXPECT_EQ(readFile(project + "/c.NSObject.klvr"), "\r\nfoofoo caf\xe9\r\n");
 
     // Line breaks in a replacement are each file's own, whichever way they were typed.
     panel.cbFind->setCurrentText("foofoo");
     panel.cbReplace->setCurrentText("x\r\ny\nz");
     panel.pbReplaceAll();
-    EXPECT_EQ(fileBytes(project + "/c.NSObject.klvr"), "\r\nx\r\ny\r\nz caf\xe9\r\n");
-    EXPECT_EQ(fileBytes(project + "/Global.NSObject.klvr"), "\nx\ny\nz = 1\n");
+    EXPECT_EQ(readFile(project + "/c.NSObject.klvr"), "\r\nx\r\ny\r\nz caf\xe9\r\n");
+    EXPECT_EQ(readFile(project + "/Global.NSObject.klvr"), "\nx\ny\nz = 1\n");
 }
 
 TEST_F(ProjectSearchPanel, UnsavedTypingIsSavedBeforeTheSearchReadsTheDiskAndBinaryFilesAreNamed) {
