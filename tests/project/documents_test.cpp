@@ -61,7 +61,7 @@ TEST_F(Documents, NameAndFullPathOpenTheSameDocumentEditsSurviveSwitchingAndFail
     EXPECT_FALSE(g.bLockTextDidChange);
 }
 
-TEST_F(Documents, FileSelectorListsClassesAndObjects) {
+TEST_F(Documents, FileSelectorListsClassesAndObjectsAndEventSelectorInsertsAnEventOnlyOnce) {
     Global& g = openShop();
     g.ProjectOpenCode("b.NSObject.klvr");
     EXPECT_EQ(itemsOf(g.pubProject), (QStringList{"b.NSObject.klvr", "Classes:", "b.NSObject.klvr", "---",
@@ -79,10 +79,8 @@ TEST_F(Documents, FileSelectorListsClassesAndObjects) {
     EXPECT_EQ(g.ProjectCurrentFilename(), project + "/b.NSObject.klvr");
     g.pubProjectChosen("Global");
     EXPECT_EQ(g.ProjectCurrentFilename(), project + "/Global.NSObject.klvr");
-}
 
-TEST_F(Documents, EventSelectorInsertsAnEventOnlyOnceUnlessItIsOnTheFirstLine) {
-    Global& g = openShop();
+    // The event selector inserts an event only once.
     g.ProjectOpenCode("b.NSObject.klvr");
     KLTextView* view = g.mytextview();
     g.pubEventChosen("  Event Init()");
