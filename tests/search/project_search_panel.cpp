@@ -66,17 +66,6 @@ INSTANTIATE_TEST_SUITE_P(
         FindCase{"EmptyText", "", false, false, {}, "Nothing to find"}),
     [](const ::testing::TestParamInfo<FindCase>& info) { return std::string(info.param.name); });
 
-TEST_F(ProjectSearchPanel, CurrentFileOnlyAndTheHistory) {
-    findreplacefile& panel = openProject({{"Global.NSObject.klvr", "\nDim g\n"}, {"b.NSObject.klvr", "\nDim b\n"}});
-    global->ProjectOpenCode("b.NSObject.klvr");
-    panel.cbCurrentFileOnly->setChecked(true);
-    find("Dim");
-    EXPECT_EQ(shownRows(panel.tableview), QStringList{"b.NSObject.klvr|2|Dim b"});
-    find("Dim");
-    find("g");
-    EXPECT_EQ(panel.cbFind->count(), 2); // "Dim" once while it was the first entry, then "g"
-}
-
 TEST_F(ProjectSearchPanel, ReplaceAllWritesChangedFilesKeepingTheirFormAndReopensThem) {
     const QByteArray latin1("\r\nfoo caf\xe9\r\n");
     findreplacefile& panel = openProject({{"Global.NSObject.klvr", "\nfoo = 1\n"},
@@ -114,10 +103,20 @@ TEST_F(ProjectSearchPanel, ReplaceAllWritesChangedFilesKeepingTheirFormAndReopen
     EXPECT_EQ(readFile(project + "/Global.NSObject.klvr"), "\nx\ny\nz = 1\n");
 }
 
-TEST_F(ProjectSearchPanel, UnsavedTypingIsSavedBeforeTheSearchReadsTheDiskAndBinaryFilesAreNamed) {
-    findreplacefile& panel =
-        openProject({{"Global.NSObject.klvr", "\nDim g\n"}, {"bin.NSObject.klvr", QByteArray("typed\0", 6)}});
-    global->mytextview()->insertAt("Dim typed\n", 0, 0);
+TEST_F(ProjectSearchPanel, CurrentFileOnlyTheHistoryUnsavedTypingSavedFirstAndBinaryFilesNamed) {
+    findreplacefile& panel = openProject({{"Global.NSObject.klvr", "\nDim g\n"},
+                                          {"b.NSObject.klvr", "\nDim b\n"},
+                                          {"bin.NSObject.klvr", QByteArray("typed\0", 6)}});
+    global->ProjectOpenCode("b.NSObject.klvr");
+    panel.cbCurrentFileOnly->setChecked(true);
+    find("Dim");
+    EXPECT_EQ(shownRows(panel.tableview), QStringList{"b.NSObject.klvr|2|Dim b"});
+    find("Dim");
+    find("g");
+    EXPECT_EQ(panel.cbFind->count(), 2); // "Dim" once while it was the first entry, then "g"
+    panel.cbCurrentFileOnly->setChecked(false);
+    global->ProjectOpenCode("Global.NSObject.klvr");
+    global->mytextview()->insertAt("Dim typed\n", 0, 0); // the search reads the disk
     find("typed");
     EXPECT_EQ(shownRows(panel.tableview), QStringList{"Global.NSObject.klvr|1|Dim typed"});
     EXPECT_EQ(panel.lInfo->text(), "1 found; binary, not listed: bin.NSObject.klvr");
