@@ -92,22 +92,6 @@ TEST_F(ProjectOpening, LastAndRecentProjectsAreRemembered) {
     EXPECT_EQ(g.ProjectPath, opened[2]);
 }
 
-TEST_F(ProjectOpening, PlatformProjectIsMadeOnceAndHandedToXcode) {
-    installRecordingCompiler();
-    Global& g = start();
-    const QString p = makeProject("My App", {{"Global.NSObject.klvr", kGlobal}});
-    g.ProjectOpen(p);
-    EXPECT_EQ(compilerCalls(), QStringList{p + " -xcodeproj"});
-    auto launches = testLauncher().launches();
-    ASSERT_FALSE(launches.empty());
-    EXPECT_EQ(launches.back().application, QStringLiteral("Xcode"));
-    EXPECT_EQ(launches.back().document, p + "/My App.xcodeproj");
-    EXPECT_FALSE(launches.back().flag);
-    QDir().mkpath(p + "/My App.xcodeproj");
-    g.ProjectOpen(p);
-    EXPECT_EQ(compilerCalls().size(), 1); // not passed to the compiler again
-}
-
 TEST_F(ProjectOpening, PlatformProjectMadeWhileTheFilesAreScannedIsThereWhenOpeningEnds) {
     // A slow compiler: the opening starts it before scanning and waits for it at the end.
     const QString script = bundlePath() + "/Contents/MacOS/klvrcompiler";
@@ -125,24 +109,35 @@ TEST_F(ProjectOpening, PlatformProjectMadeWhileTheFilesAreScannedIsThereWhenOpen
     EXPECT_EQ(g.ProjectPath, p);
 }
 
-TEST_F(ProjectOpening, ProjectIconIsShownAndCopiedIntoTheBuiltApplication) {
+TEST_F(ProjectOpening, PlatformProjectIsMadeOnceAndHandedToXcodeAndTheIconIsCopiedIntoTheBuiltApplication) {
+    installRecordingCompiler();
     Global& g = start();
     g.SelectAppIcon(); // no project: nothing is asked
     EXPECT_TRUE(testPanels().shown().empty());
-    const QString p = makeProject("Iconic", {{"Global.NSObject.klvr", kGlobal}, {"icon.icns", "icon bytes"}});
-    QDir().mkpath(p + "/build/Release/Iconic.app/Contents/Resources");
-    writeFile(p + "/build/Release/Iconic.app/Contents/Resources/icon.icns", "old");
+    const QString p = makeProject("My App", {{"Global.NSObject.klvr", kGlobal}, {"icon.icns", "icon bytes"}});
+    const QString builtIcon = p + "/build/Release/My App.app/Contents/Resources/icon.icns";
+    writeFile(builtIcon, "old");
     g.ProjectOpen(p);
-    EXPECT_EQ(readFile(p + "/build/Release/Iconic.app/Contents/Resources/icon.icns"), QByteArray("icon bytes"));
+    EXPECT_EQ(compilerCalls(), QStringList{p + " -xcodeproj"});
+    auto launches = testLauncher().launches();
+    ASSERT_FALSE(launches.empty());
+    EXPECT_EQ(launches.back().application, QStringLiteral("Xcode"));
+    EXPECT_EQ(launches.back().document, p + "/My App.xcodeproj");
+    EXPECT_FALSE(launches.back().flag);
+    EXPECT_EQ(readFile(builtIcon), QByteArray("icon bytes"));
+
     testPanels().queueOpen({p + "/icon.icns"}); // the project's own icon is kept as it is
     g.SelectAppIcon();
     EXPECT_EQ(readFile(p + "/icon.icns"), QByteArray("icon bytes"));
-
     writeFile(projectsPath() + "/new.icns", "new icon");
     testPanels().queueOpen({projectsPath() + "/new.icns"});
     g.SelectAppIcon();
     EXPECT_EQ(testPanels().lastOpenRequest().types, QStringList{"icns"});
     EXPECT_FALSE(testPanels().lastOpenRequest().canChooseDirectories);
     EXPECT_EQ(readFile(p + "/icon.icns"), QByteArray("new icon"));
-    EXPECT_EQ(readFile(p + "/build/Release/Iconic.app/Contents/Resources/icon.icns"), QByteArray("new icon"));
+    EXPECT_EQ(readFile(builtIcon), QByteArray("new icon"));
+
+    QDir().mkpath(p + "/My App.xcodeproj");
+    g.ProjectOpen(p);
+    EXPECT_EQ(compilerCalls().size(), 1); // not passed to the compiler again
 }
