@@ -21,15 +21,14 @@ QStringList names(const DeclarationList& list) {
 
 } // namespace
 
-TEST(ScannerRules, DeclarationOnTheFirstLineIsNotListedButItsDimIsALocal) {
-    const DeclarationLists lists = scanDeclarations(u"Dim first As Integer\nSub Foo()\nEnd Sub\n");
-    EXPECT_EQ(lists.list(DeclarationKind::Dim).entryCount(), 0);
-    EXPECT_EQ(names(lists.all), QStringList{"Foo"});
-    EXPECT_EQ(lists.locals.value(".first", "<none>"), "Integer");
+TEST(ScannerRules, DeclarationsOnTheFirstLineOrALastLineWithoutLineBreakAreNotListed) {
+    // The first line's Dim is still a local.
+    const DeclarationLists firstLine = scanDeclarations(u"Dim first As Integer\nSub Foo()\nEnd Sub\n");
+    EXPECT_EQ(firstLine.list(DeclarationKind::Dim).entryCount(), 0);
+    EXPECT_EQ(names(firstLine.all), QStringList{"Foo"});
+    EXPECT_EQ(firstLine.locals.value(".first", "<none>"), "Integer");
     EXPECT_EQ(scanDeclarations(u"Sub Foo()\n").all.entryCount(), 0);
-}
-
-TEST(ScannerRules, DeclarationOnTheLastLineWithoutLineBreakIsNotListed) {
+    // The last line without a line break.
     const DeclarationLists lists = scanDeclarations(u"x\nSub Foo()\nSub Last()");
     EXPECT_EQ(names(lists.list(DeclarationKind::Sub)), QStringList{"Foo"});
     EXPECT_EQ(lists.lineSeparatorsType, QStringList{"Foo"});
