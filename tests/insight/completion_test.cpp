@@ -145,12 +145,22 @@ TEST_F(Completion, ThreeLettersOpenTheListItNarrowsAndEscapeClosesIt) {
     EXPECT_FALSE(view->isListActive());
 }
 
-TEST_F(Completion, ExactCaseMatchesComeFirstAndAWholeFunctionNameOffersItsText) {
+TEST_F(Completion, ExactCaseMatchesComeFirstAWholeFunctionNameOffersItsTextAndDelegateCallsReachTheView) {
     EXPECT_EQ(KLTextView::filterCandidates({"Total", "tOTAL", "total", "other"}, "to"),
               (QStringList{"total", "Total", "tOTAL"}));
     typeInRun("msgbox");
     QTest::keyClick(view, Qt::Key_Space, Qt::ControlModifier);
     EXPECT_EQ(view->shownCompletions(), QStringList{"MsgBox(text)"});
+    QTest::keyClick(view, Qt::Key_Escape);
+    // Delegate calls are handed back to the view.
+    view->setText(view->text() + "\nle");
+    view->setCursorPosition(view->lines() - 1, 2);
+    const qint64 end = view->position();
+    EXPECT_EQ(global->textView_completions_forPartialWordRange_indexOfSelectedItem(view, {"fallback"}, end - 2, 2),
+              QStringList{"Len(s)"});
+    EXPECT_EQ(global->textView_willChangeSelectionFromCharacterRange_toCharacterRange(view, 0, 0, 5, 2),
+              (QList<qint64>{5, 2}));
+    EXPECT_TRUE(global->textView_shouldChangeTextInRange(view, 0, 0, "x"));
 }
 
 TEST_F(Completion, AnswersFollowTheLastScanOfEachFile) {
@@ -203,17 +213,6 @@ TEST_F(Completion, TheParserAnswersForAViewFromItsFileAndCursor) {
     EXPECT_EQ(scans.FindGlobalVariable("text"), "NSString");
     EXPECT_EQ(scans.GetCustomClassIdentifiers(view, "Crate"), (QStringList{"tag", "Weight()"}));
     EXPECT_EQ(scans.FindType(nullptr, "me", false), "");
-}
-
-TEST_F(Completion, DelegateCallsAreHandedBackToTheView) {
-    view->setText(view->text() + "\nle");
-    view->setCursorPosition(view->lines() - 1, 2);
-    const qint64 end = view->position();
-    EXPECT_EQ(global->textView_completions_forPartialWordRange_indexOfSelectedItem(view, {"fallback"}, end - 2, 2),
-              QStringList{"Len(s)"});
-    EXPECT_EQ(global->textView_willChangeSelectionFromCharacterRange_toCharacterRange(view, 0, 0, 5, 2),
-              (QList<qint64>{5, 2}));
-    EXPECT_TRUE(global->textView_shouldChangeTextInRange(view, 0, 0, "x"));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // The parser's per-file stores and its guard, with real files in a temporary folder.
 #include "insight/parser.h"
+#include "support/test_environment.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -7,22 +8,10 @@
 #include <sys/stat.h>
 #include <thread>
 
-namespace {
-
-QString write(const QTemporaryDir& dir, const QString& name, const QByteArray& bytes) {
-    const QString path = dir.filePath(name);
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    return path;
-}
-
-} // namespace
-
 TEST(ParserStores, NeverScannedGivesNothingAndAScanFillsEveryStore) {
     QTemporaryDir dir;
     parser p;
-    const QString path = write(dir, "Foo.NSObject.klvr", "Class\nSub A(x As T)\n Dim y As U\nEnd Sub\nDim z\n");
+    const QString path = writeFile(dir.filePath("Foo.NSObject.klvr"), "Class\nSub A(x As T)\n Dim y As U\nEnd Sub\nDim z\n");
     EXPECT_EQ(p.GetAll(path), nullptr);
     EXPECT_EQ(p.GetLineSeparators(path), nullptr);
     EXPECT_EQ(p.GetLocalList(path), nullptr);
@@ -42,15 +31,21 @@ TEST(ParserStores, NeverScannedGivesNothingAndAScanFillsEveryStore) {
     // Stores are keyed by the path exactly as given.
     EXPECT_EQ(p.GetAll(dir.path() + "/./Foo.NSObject.klvr"), nullptr);
     EXPECT_FALSE(p.isLocked(path));
+    // The shared instance is one object.
+    parser* shared = parser::sharedparser();
+    ASSERT_NE(shared, nullptr);
+    EXPECT_EQ(parser::sharedparser(), shared);
+    EXPECT_EQ(KLVR__PARSER(shared), shared);
+    EXPECT_EQ(KLVR__PARSER(nullptr), nullptr);
 }
 
 TEST(ParserStores, RescanReplacesAndOldListsStayWholeForTheirHolders) {
     QTemporaryDir dir;
     parser p;
-    const QString path = write(dir, "A.NSObject.klvr", "\nSub One()\nSub Two()\n");
+    const QString path = writeFile(dir.filePath("A.NSObject.klvr"), "\nSub One()\nSub Two()\n");
     p.ParseFile(path);
     const parser::List before = p.GetSub(path);
-    write(dir, "A.NSObject.klvr", "\nFunction Three() As X\n");
+    writeFile(dir.filePath("A.NSObject.klvr"), "\nFunction Three() As X\n");
     p.ParseFile(path);
     EXPECT_EQ(before->rows[0].title, "Sub (2)"); // a reader keeps what it got
     EXPECT_EQ(p.GetSub(path)->entryCount(), 0);
@@ -97,12 +92,4 @@ TEST(ParserStores, SecondRequestWhileAScanIsUnderWayReturnsAtOnce) {
     EXPECT_FALSE(p.isLocked(path));
     ASSERT_NE(p.GetSub(path), nullptr);
     EXPECT_EQ(p.GetSub(path)->entry(0).name, "Late");
-}
-
-TEST(ParserStores, SharedInstanceIsOneObject) {
-    parser* shared = parser::sharedparser();
-    ASSERT_NE(shared, nullptr);
-    EXPECT_EQ(parser::sharedparser(), shared);
-    EXPECT_EQ(KLVR__PARSER(shared), shared);
-    EXPECT_EQ(KLVR__PARSER(nullptr), nullptr);
 }

@@ -6,6 +6,7 @@
 #include "insight/declaration_scanner.h"
 #include "scanner_random_source.h"
 #include "scanner_reference.h"
+#include "support/test_environment.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -15,18 +16,11 @@
 
 namespace {
 
-QString write(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(bytes);
-    return path;
-}
-
 // A folder of `count` generated sources; the paths as the opening names them.
 QStringList makeFolder(const QTemporaryDir& dir, int count) {
     QStringList paths;
     for (int i = 0; i < count; ++i)
-        paths << write(dir.path() + QString("/C%1.NSObject.klvr").arg(i), randomKelvaroSource(quint32(i + 1), 80).toUtf8());
+        paths << writeFile(dir.path() + QString("/C%1.NSObject.klvr").arg(i), randomKelvaroSource(quint32(i + 1), 80).toUtf8());
     return paths;
 }
 
@@ -44,11 +38,6 @@ QString storedDifference(parser& p, const QString& path, const QString& text) {
     return firstDifference(expected, stored);
 }
 
-QString contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
 } // namespace
 
 TEST(ScanPrefetch, UnchangedFilesAreTakenChangedOnesScannedAgain) {
@@ -59,7 +48,7 @@ TEST(ScanPrefetch, UnchangedFilesAreTakenChangedOnesScannedAgain) {
 
     // After the prefetch read them: one file gets new text, one disappears, one keeps its
     // size but gets a new time.
-    write(paths[3], "\nSub Changed(a As Integer)\n");
+    writeFile(paths[3], "\nSub Changed(a As Integer)\n");
     QFile::remove(paths[4]);
     {
         QFile same(paths[5]);
@@ -73,7 +62,7 @@ TEST(ScanPrefetch, UnchangedFilesAreTakenChangedOnesScannedAgain) {
     scan_prefetch::finish();
     EXPECT_EQ(scan_prefetch::takenCount() - takenBefore, 57);
     for (const QString& path : paths)
-        EXPECT_EQ(storedDifference(p, path, contentOf(path)), "") << path.toStdString();
+        EXPECT_EQ(storedDifference(p, path, QString::fromUtf8(readFile(path))), "") << path.toStdString();
     EXPECT_EQ(p.GetSub(paths[3])->entry(0).name, "Changed");
     EXPECT_EQ(p.GetAll(paths[4])->entryCount(), 0); // gone: scans as empty text
 }
@@ -98,7 +87,7 @@ TEST(ScanPrefetch, OtherFoldersAndFinishedPrefetchesAreScannedAsUsual) {
     p.ParseFiles(paths);
     EXPECT_EQ(scan_prefetch::takenCount(), takenBefore);
     for (const QString& path : elsewhere + spelled + paths)
-        EXPECT_EQ(storedDifference(p, path, contentOf(path)), "") << path.toStdString();
+        EXPECT_EQ(storedDifference(p, path, QString::fromUtf8(readFile(path))), "") << path.toStdString();
 }
 
 TEST(ScanPrefetch, FinishWhileFilesAreBeingScannedStopsPromptly) {
@@ -108,7 +97,7 @@ TEST(ScanPrefetch, FinishWhileFilesAreBeingScannedStopsPromptly) {
         big += randomKelvaroSource(start, 200).toUtf8() + '\n';
     QStringList paths;
     for (int i = 0; i < 40; ++i)
-        paths << write(dir.path() + QString("/B%1.NSObject.klvr").arg(i), big);
+        paths << writeFile(dir.path() + QString("/B%1.NSObject.klvr").arg(i), big);
     for (int round = 0; round < 3; ++round) {
         scan_prefetch::start(dir.path());
         parser p;

@@ -3,6 +3,7 @@
 #include "scanner_random_source.h"
 #include "scanner_reference.h"
 #include "scan_json_check.h"
+#include "support/test_environment.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -35,21 +36,14 @@ ChildRun runKelvaro(const QStringList& args, const QString& program = {}) {
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }
 
-QString write(const QTemporaryDir& dir, const QString& name, const QByteArray& bytes) {
-    QFile file(dir.filePath(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    return file.fileName();
-}
-
 } // namespace
 
 TEST(ScannerCommand, ScanPrintsOneObjectPerFileInArgumentOrderAgreeingWithTheReference) {
     QTemporaryDir dir;
     QStringList files;
     for (quint32 start = 7; start < 47; ++start)
-        files << write(dir, QString("F%1.NSObject.klvr").arg(start), randomKelvaroSource(start, 80).toUtf8());
-    files << write(dir, "Odd \"name\"\t\u00e9.klvr", "\nSub Caf\u00e9(x As \"q\\\")\n\x01\n");
+        files << writeFile(dir.filePath(QString("F%1.NSObject.klvr").arg(start)), randomKelvaroSource(start, 80).toUtf8());
+    files << writeFile(dir.filePath("Odd \"name\"\t\u00e9.klvr"), "\nSub Caf\u00e9(x As \"q\\\")\n\x01\n");
 
     const ChildRun run = runKelvaro(QStringList{"--scan"} + files);
     ASSERT_EQ(run.status, 0) << run.err.toStdString();
@@ -70,9 +64,9 @@ TEST(ScannerCommand, ScanPrintsOneObjectPerFileInArgumentOrderAgreeingWithTheRef
     EXPECT_EQ(array.last()["lists"]["Sub"][0]["name"].toString(), QString("Caf\u00e9"));
 }
 
-TEST(ScannerCommand, UnreadableFileIsReportedAfterTheOthersArePrinted) {
+TEST(ScannerCommand, UnreadableFilesAndFoldersFailAfterTheOthersArePrinted) {
     QTemporaryDir dir;
-    const QString good = write(dir, "Good.NSObject.klvr", "\nSub A()\n");
+    const QString good = writeFile(dir.filePath("Good.NSObject.klvr"), "\nSub A()\n");
     const QString missing = dir.filePath("Missing.NSObject.klvr");
     const ChildRun run = runKelvaro({"--scan", missing, good, dir.path()});
     EXPECT_EQ(run.status, 1);
@@ -85,16 +79,21 @@ TEST(ScannerCommand, UnreadableFileIsReportedAfterTheOthersArePrinted) {
     const ChildRun none = runKelvaro({"--scan"});
     EXPECT_EQ(none.status, 2);
     EXPECT_TRUE(none.out.isEmpty());
+    // Tags of a missing folder fail without writing anything.
+    const ChildRun tags = runKelvaro({"--tags", dir.filePath("nowhere")});
+    EXPECT_EQ(tags.status, 1);
+    EXPECT_TRUE(tags.err.contains("nowhere"));
+    EXPECT_FALSE(QFile::exists(dir.filePath("nowhere/tags")));
 }
 
 TEST(ScannerCommand, TagsFileIsSortedAndReadableByCtagsTools) {
     QTemporaryDir dir;
-    write(dir, "Global.NSObject.klvr",
+    writeFile(dir.filePath("Global.NSObject.klvr"),
           "Class\nPublic Sub Start()\nEnd Sub\nFunction Sum(a As Integer) As Integer\nEnd Function\nDim count\n"
           "Const MAX = 1\nEvent Changed(x)\nDelegate D(a)\nIBOutlet button As NSButton\nIBAction Click(s)\n"
           "Action Go(x)\nSub Last()");
-    write(dir, "alpha.NSObject.klvr", "\nSub Start()\nSub \tBad()\n");
-    write(dir, "notes.txt", "\nSub Ignored()\n");
+    writeFile(dir.filePath("alpha.NSObject.klvr"), "\nSub Start()\nSub \tBad()\n");
+    writeFile(dir.filePath("notes.txt"), "\nSub Ignored()\n");
     const ChildRun run = runKelvaro({"--tags", dir.path()});
     ASSERT_EQ(run.status, 0) << run.err.toStdString();
     EXPECT_TRUE(run.out.startsWith("10 tags written to ")) << run.out.toStdString();
@@ -123,14 +122,6 @@ TEST(ScannerCommand, TagsFileIsSortedAndReadableByCtagsTools) {
     EXPECT_TRUE(found.out.startsWith("Click\tGlobal.NSObject.klvr\t11;\"")) << found.out.toStdString();
 }
 
-TEST(ScannerCommand, TagsOfAMissingFolderFail) {
-    QTemporaryDir dir;
-    const ChildRun run = runKelvaro({"--tags", dir.filePath("nowhere")});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_TRUE(run.err.contains("nowhere"));
-    EXPECT_FALSE(QFile::exists(dir.filePath("nowhere/tags")));
-}
-
 TEST(ScannerCommand, LargeFileScannedInPartsGivesTheListsOfOnePass) {
     // Above a megabyte a single file is cut into parts on every core; once as ASCII
     // bytes and once with non-ASCII letters (decoded).
@@ -143,7 +134,7 @@ TEST(ScannerCommand, LargeFileScannedInPartsGivesTheListsOfOnePass) {
         if (c.unicode() >= 128)
             c = QLatin1Char('k');
     for (const QString& content : {ascii, text}) {
-        const QString path = write(dir, "Big.NSObject.klvr", content.toUtf8());
+        const QString path = writeFile(dir.filePath("Big.NSObject.klvr"), content.toUtf8());
         const ChildRun run = runKelvaro({"--scan", path});
         ASSERT_EQ(run.status, 0) << run.err.toStdString();
         const QJsonArray array = QJsonDocument::fromJson(run.out).array();
@@ -160,7 +151,7 @@ TEST(ScannerCommand, CommandsNeedOnlyTheExecutableNotTheIdeLibrary) {
     QTemporaryDir dir;
     const QString alone = dir.filePath("kelvaro");
     ASSERT_TRUE(QFile::copy(KELVARO_APP_DIR "/Contents/MacOS/kelvaro", alone));
-    const QString source = write(dir, "A.NSObject.klvr", "\nSub A(x As T)\n");
+    const QString source = writeFile(dir.filePath("A.NSObject.klvr"), "\nSub A(x As T)\n");
     const ChildRun scan = runKelvaro({"--scan", source}, alone);
     ASSERT_EQ(scan.status, 0) << scan.err.toStdString();
     const QJsonObject object = QJsonDocument::fromJson(scan.out).array()[0].toObject();

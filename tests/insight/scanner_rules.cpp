@@ -21,15 +21,14 @@ QStringList names(const DeclarationList& list) {
 
 } // namespace
 
-TEST(ScannerRules, DeclarationOnTheFirstLineIsNotListedButItsDimIsALocal) {
-    const DeclarationLists lists = scanDeclarations(u"Dim first As Integer\nSub Foo()\nEnd Sub\n");
-    EXPECT_EQ(lists.list(DeclarationKind::Dim).entryCount(), 0);
-    EXPECT_EQ(names(lists.all), QStringList{"Foo"});
-    EXPECT_EQ(lists.locals.value(".first", "<none>"), "Integer");
+TEST(ScannerRules, DeclarationsOnTheFirstLineOrALastLineWithoutLineBreakAreNotListed) {
+    // The first line's Dim is still a local.
+    const DeclarationLists firstLine = scanDeclarations(u"Dim first As Integer\nSub Foo()\nEnd Sub\n");
+    EXPECT_EQ(firstLine.list(DeclarationKind::Dim).entryCount(), 0);
+    EXPECT_EQ(names(firstLine.all), QStringList{"Foo"});
+    EXPECT_EQ(firstLine.locals.value(".first", "<none>"), "Integer");
     EXPECT_EQ(scanDeclarations(u"Sub Foo()\n").all.entryCount(), 0);
-}
-
-TEST(ScannerRules, DeclarationOnTheLastLineWithoutLineBreakIsNotListed) {
+    // The last line without a line break.
     const DeclarationLists lists = scanDeclarations(u"x\nSub Foo()\nSub Last()");
     EXPECT_EQ(names(lists.list(DeclarationKind::Sub)), QStringList{"Foo"});
     EXPECT_EQ(lists.lineSeparatorsType, QStringList{"Foo"});
@@ -104,26 +103,12 @@ TEST(ScannerRules, ClassLevelDimIsNoLocalButAnIndentedOneIs) {
     EXPECT_EQ(mixed.list(DeclarationKind::Dim).entryCount(), 3);
 }
 
-TEST(ScannerRules, ParametersWithAndWithoutAs) {
+TEST(ScannerRules, FunctionEntryKeepsItsParametersAndType) {
     const DeclarationLists lists = scanDeclarations(u"\nFunction F(s As String, n) As Integer\nEnd Function\n");
     ASSERT_EQ(lists.list(DeclarationKind::Function).entryCount(), 1);
     const DeclarationEntry& e = lists.list(DeclarationKind::Function).entry(0);
     EXPECT_EQ(e.parameters, "(s As String, n)");
     EXPECT_EQ(e.type, "Integer");
-    EXPECT_EQ(lists.locals, (QHash<QString, QString>{{"F.s", "String"}, {"F.n", "NSObject"}}));
-    // The type of a parameter is not cut after "As".
-    EXPECT_EQ(scanDeclarations(u"\nSub G(n As Integer = 5)\n").locals.value("G.n"), "Integer = 5");
-}
-
-TEST(ScannerRules, QuotedApostropheDoesNotCutTheParameterList) {
-    const DeclarationLists lists =
-        scanDeclarations(u"\nSub Greet(n As Integer, s As String = \"it's\", m As Double) ' greets\nEnd Sub\n");
-    EXPECT_EQ(lists.locals.value("Greet.n"), "Integer");
-    EXPECT_EQ(lists.locals.value("Greet.m"), "Double");
-    EXPECT_EQ(lists.locals.value("Greet.s"), "String =");
-    // The same in a local Dim line.
-    const DeclarationLists local = scanDeclarations(u"\nSub A()\n  Dim t As String = \"don't\" ' note\n");
-    EXPECT_EQ(local.locals.value("A.t"), "String");
 }
 
 TEST(ScannerRules, CrLfFilesGiveTheSameLinesAndNoCarriageReturns) {
@@ -187,22 +172,36 @@ TEST(ScannerRules, ScopeStartsFollowKindThenPrefixThenPosition) {
     EXPECT_EQ(names(lists.all), (QStringList{"Click", "P", "F", "S", "E", "A", "D"}));
 }
 
-TEST(ScannerRules, ParameterScanOfAPrefixEndsAtALineWithoutParentheses) {
-    const DeclarationLists lists = scanDeclarations(u"\nSub A(x As T)\nSub B\nSub C(y As U)\nFunction F(z)\n");
-    EXPECT_EQ(lists.locals, (QHash<QString, QString>{{"A.x", "T"}, {"F.z", "NSObject"}}));
-    EXPECT_EQ(lists.list(DeclarationKind::Sub).entryCount(), 3);
+struct LocalsCase {
+    const char* name;
+    const char16_t* text;
+    QHash<QString, QString> locals; // "Scope.name" -> type
+};
+
+class ScannerLocals : public ::testing::TestWithParam<LocalsCase> {};
+
+TEST_P(ScannerLocals, AreKeyedByScopeAndNameWithTheirType) {
+    EXPECT_EQ(scanDeclarations(GetParam().text).locals, GetParam().locals);
 }
 
-TEST(ScannerRules, LocalsTakeTheScopeBeforeTheirLineAndJoinEmptyLines) {
-    const DeclarationLists lists = scanDeclarations(
-        u"  Dim early As A\nSub S()\n\n Dim a As T\n  Dim b As U ' c\nEnd Sub\nFunction F() As X\n Dim a As V\n"
-        u" Dim last As W");
-    EXPECT_EQ(lists.locals, (QHash<QString, QString>{{".early", "A"}, {"S.a", "T"}, {"S.b", "U"}, {"F.a", "V"}}));
-}
-
-TEST(ScannerRules, ParametersReplaceALocalOfTheSameKey) {
-    const DeclarationLists lists = scanDeclarations(u"\nSub S(a As Param)\n Dim a As Local\n Dim b As One\n"
-                                                    u" Dim b As Two\n");
-    EXPECT_EQ(lists.locals.value("S.a"), "Param");
-    EXPECT_EQ(lists.locals.value("S.b"), "Two");
-}
+INSTANTIATE_TEST_SUITE_P(
+    Cases, ScannerLocals,
+    ::testing::Values(
+        LocalsCase{"ParametersWithAndWithoutAs", u"\nFunction F(s As String, n) As Integer\nEnd Function\n",
+                   {{"F.s", "String"}, {"F.n", "NSObject"}}},
+        LocalsCase{"ParameterTypeIsNotCutAfterAs", u"\nSub G(n As Integer = 5)\n", {{"G.n", "Integer = 5"}}},
+        LocalsCase{"QuotedApostropheDoesNotCutTheParameterList",
+                   u"\nSub Greet(n As Integer, s As String = \"it's\", m As Double) ' greets\nEnd Sub\n",
+                   {{"Greet.n", "Integer"}, {"Greet.s", "String ="}, {"Greet.m", "Double"}}},
+        LocalsCase{"QuotedApostropheInALocalDim", u"\nSub A()\n  Dim t As String = \"don't\" ' note\n",
+                   {{"A.t", "String"}}},
+        LocalsCase{"PrefixParameterScanEndsAtALineWithoutParentheses",
+                   u"\nSub A(x As T)\nSub B\nSub C(y As U)\nFunction F(z)\n", {{"A.x", "T"}, {"F.z", "NSObject"}}},
+        LocalsCase{"ScopeBeforeTheLineAndEmptyLinesJoined",
+                   u"  Dim early As A\nSub S()\n\n Dim a As T\n  Dim b As U ' c\nEnd Sub\nFunction F() As X\n"
+                   u" Dim a As V\n Dim last As W",
+                   {{".early", "A"}, {"S.a", "T"}, {"S.b", "U"}, {"F.a", "V"}}},
+        LocalsCase{"ParametersReplaceALocalOfTheSameKey",
+                   u"\nSub S(a As Param)\n Dim a As Local\n Dim b As One\n Dim b As Two\n",
+                   {{"S.a", "Param"}, {"S.b", "Two"}}}),
+    [](const auto& info) { return std::string(info.param.name); });

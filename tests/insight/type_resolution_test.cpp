@@ -2,6 +2,7 @@
 #include "insight/parser.h"
 #include "insight/type_resolution.h"
 #include "resolution_project.h"
+#include "support/test_environment.h"
 
 #include <QDir>
 #include <QFile>
@@ -23,12 +24,8 @@ class Resolution : public ::testing::Test {
 protected:
     void SetUp() override {
         for (const auto& [name, text] : rp::files) {
-            QFile file(dir.filePath(name));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write(text);
+            scans.ParseFile(writeFile(dir.filePath(name), text));
             files << name;
-            file.close();
-            scans.ParseFile(dir.filePath(name));
         }
         vocabulary.entries().insert("NSString", memberMap({{"length", "Integer"}, {"uppercaseString", "NSString"}}));
     }
@@ -112,13 +109,6 @@ INSTANTIATE_TEST_SUITE_P(
         TypeCase{"OnlyPoints", "Basket.NSObject.klvr", 2, "...", false, ""}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(Resolution, IdentifiersOfTheOwnClassIncludePrivateOnesOfOthersOnlyPublicOnes) {
-    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "Basket"),
-              (QStringList{"x", "total", "Run(n As Integer)", "items", "vault", "größe", "Add(k As Integer)"}));
-    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "Shelf"), (QStringList{"first", "crate", "Put(item As Basket)"}));
-    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "NoSuchClass"), QStringList{});
-}
-
 TEST_F(Resolution, AChainOfFiveThousandSegmentsResolvesInOnePass) {
     QString chain = "me";
     for (int i = 0; i < 2500; ++i)
@@ -127,7 +117,12 @@ TEST_F(Resolution, AChainOfFiveThousandSegmentsResolvesInOnePass) {
     EXPECT_EQ(resolver.FindType(basket(), 1, chain + ".nothing" + chain, false), "");
 }
 
-TEST_F(Resolution, ADeletedClassFileAnswersFromItsLastScanAndAnUnlistedOneNotAtAll) {
+TEST_F(Resolution, IdentifiersFollowVisibilityAndADeletedClassFileAnswersFromItsLastScanAnUnlistedOneNotAtAll) {
+    // The own class offers its Private identifiers too, other classes only their Public ones.
+    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "Basket"),
+              (QStringList{"x", "total", "Run(n As Integer)", "items", "vault", "größe", "Add(k As Integer)"}));
+    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "Shelf"), (QStringList{"first", "crate", "Put(item As Basket)"}));
+    EXPECT_EQ(resolver.GetCustomClassIdentifiers(basket(), "NoSuchClass"), QStringList{});
     QFile::remove(dir.filePath("Crate.NSObject.klvr"));
     EXPECT_EQ(resolver.FindType(basket(), 1, "items.crate.tag", false), "NSString");
     files.removeAll("Crate.NSObject.klvr");

@@ -64,7 +64,7 @@ protected:
 
 // ---------------------------------------------------------------- saving
 
-TEST_F(DocumentSafety, EveryModifiedDocumentIsSavedAndNoOtherIsWritten) {
+TEST_F(DocumentSafety, EveryModifiedDocumentIsSavedBeforeAPauseCloseSwitchOrQuitAndNoOtherIsWritten) {
     Global& g = openProject({{"c.NSObject.klvr", "\nSub C()\nEnd Sub\n"}});
     const QDateTime untouched = QFileInfo(file("c.NSObject.klvr")).lastModified();
     g.ProjectOpenCode("c.NSObject.klvr"); // opened, never edited
@@ -78,25 +78,24 @@ TEST_F(DocumentSafety, EveryModifiedDocumentIsSavedAndNoOtherIsWritten) {
     EXPECT_TRUE(readFile(file("Global.NSObject.klvr")).endsWith("' in Global"));
     EXPECT_EQ(QFileInfo(file("c.NSObject.klvr")).lastModified(), untouched) << "an unmodified file is never written";
 
-    // Opening another project saves first, without any pause.
-    g.ProjectOpenCode("b.NSObject.klvr");
-    typeAtEnd(g.mytextview(), "' last");
-    const QString other = makeProject("Other", {{"Global.NSObject.klvr", "\n"}});
-    g.ProjectOpen(other);
-    EXPECT_TRUE(readFile(file("b.NSObject.klvr")).endsWith("' in b' last"));
-    EXPECT_EQ(g.ProjectPath, other);
-}
-
-TEST_F(DocumentSafety, ClosingADocumentOrTheWindowSavesItFirst) {
-    Global& g = openProject();
+    // Closing a document saves it first.
     g.ProjectOpenCode("b.NSObject.klvr");
     typeAtEnd(g.mytextview(), "' closed");
     g.ProjectCloseCode(file("b.NSObject.klvr"));
-    EXPECT_TRUE(readFile(file("b.NSObject.klvr")).endsWith("' closed"));
+    EXPECT_TRUE(readFile(file("b.NSObject.klvr")).endsWith("' in b' closed"));
 
+    // Opening another project saves first, without any pause.
+    g.ProjectOpenCode("Global.NSObject.klvr");
+    typeAtEnd(g.mytextview(), "' last");
+    const QString other = makeProject("Other", {{"Global.NSObject.klvr", "\n"}});
+    g.ProjectOpen(other);
+    EXPECT_TRUE(readFile(file("Global.NSObject.klvr")).endsWith("' in Global' last"));
+    EXPECT_EQ(g.ProjectPath, other);
+
+    // So does closing the window.
     typeAtEnd(g.mytextview(), "' quit");
     g.mymainwindow->close();
-    EXPECT_TRUE(readFile(file("Global.NSObject.klvr")).endsWith("' quit"));
+    EXPECT_TRUE(readFile(other + "/Global.NSObject.klvr").endsWith("' quit"));
     EXPECT_TRUE(RecoveryJournal::entries().isEmpty()) << "nothing unsaved is left in the journal";
 }
 
@@ -164,7 +163,7 @@ TEST_F(DocumentSafety, AnUnmodifiedDocumentReloadsQuietlyAtItsLine) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return b->text() == "' rewritten by a formatter\n"; }, 5000));
 }
 
-TEST_F(DocumentSafety, AModifiedDocumentAsksOnceAndKeepsBothVersionsReachable) {
+TEST_F(DocumentSafety, AChangedOrDeletedFileAsksOnceAndKeepsBothVersionsReachable) {
     Global& g = openProject();
     g.ProjectOpenCode("b.NSObject.klvr");
     KLTextView* b = g.mytextview();
@@ -195,29 +194,28 @@ TEST_F(DocumentSafety, AModifiedDocumentAsksOnceAndKeepsBothVersionsReachable) {
     EXPECT_EQ(b->text(), "' third\n");
     b->undo();
     EXPECT_TRUE(b->text().endsWith("' mine and more!"));
-}
 
-TEST_F(DocumentSafety, AFileDeletedOnDiskIsNeverRecreatedUnasked) {
-    Global& g = openProject();
-    g.ProjectOpenCode("b.NSObject.klvr");
-    KLTextView* b = g.mytextview();
-    typeAtEnd(b, "' typed");
+    // A file deleted on disk is never recreated unasked.
+    const size_t asked = testPanels().questions().size();
     QFile::remove(file("b.NSObject.klvr"));
     pause(g); // asked; dismissed
     pause(g);
     EXPECT_FALSE(QFileInfo::exists(file("b.NSObject.klvr")));
-    ASSERT_EQ(testPanels().questions().size(), 1u);
-    EXPECT_TRUE(testPanels().questions()[0].title.contains("was deleted by another program"));
-
+    ASSERT_EQ(testPanels().questions().size(), asked + 1);
+    EXPECT_TRUE(testPanels().questions().back().title.contains("was deleted by another program"));
     testPanels().queueAnswer("Save Again");
     g.performUserSave();
-    EXPECT_TRUE(readFile(file("b.NSObject.klvr")).endsWith("' typed"));
+    EXPECT_TRUE(readFile(file("b.NSObject.klvr")).endsWith("' mine and more!"));
 }
 
 // ---------------------------------------------------------------- form of the file
 
-TEST_F(DocumentSafety, ReadOnlyFilesSaySoAndRefuseTyping) {
-    Global& g = openProject({{"r.NSObject.klvr", "\nSub R()\nEnd Sub\n"}});
+TEST_F(DocumentSafety, EachFileKeepsItsFormReadOnlyLineEndsByteOrderMarkAndEncoding) {
+    const QByteArray latin("' caf\xe9 \x80 na\xefve\n\x81\x8d\xff\n", 20);
+    Global& g = openProject({{"r.NSObject.klvr", "\nSub R()\nEnd Sub\n"},
+                             {"w.NSObject.klvr", "\xef\xbb\xbf' top\r\nSub W()\r\nEnd Sub\r\n"},
+                             {"l.NSObject.klvr", latin}});
+    // A read-only file says so and refuses typing.
     QFile::setPermissions(file("r.NSObject.klvr"), QFileDevice::ReadOwner);
     g.ProjectOpenCode("r.NSObject.klvr");
     KLTextView* r = g.mytextview();
@@ -230,10 +228,8 @@ TEST_F(DocumentSafety, ReadOnlyFilesSaySoAndRefuseTyping) {
     EXPECT_TRUE(g.mycode->statusbar->text().contains("read-only"));
     g.pubEventChosen("  Event Init()");
     EXPECT_EQ(r->text(), "\nSub R()\nEnd Sub\n");
-}
 
-TEST_F(DocumentSafety, InsertionsKeepLineEndsByteOrderMarkAndUndoHistory) {
-    Global& g = openProject({{"w.NSObject.klvr", "\xef\xbb\xbf' top\r\nSub W()\r\nEnd Sub\r\n"}});
+    // Insertions keep the line ends, the byte order mark and the undo history.
     g.ProjectOpenCode("w.NSObject.klvr");
     KLTextView* w = g.mytextview();
     EXPECT_EQ(g.mycode->documentInfo->text(), "UTF-8 with BOM \u00b7 CRLF");
@@ -248,11 +244,8 @@ TEST_F(DocumentSafety, InsertionsKeepLineEndsByteOrderMarkAndUndoHistory) {
     EXPECT_EQ(w->documentBytes(), QByteArray("\xef\xbb\xbfx' top\r\nSub W()\r\nEnd Sub\r\n"));
     w->undo(); // the typing before it is still there
     EXPECT_EQ(w->documentBytes(), QByteArray("\xef\xbb\xbf' top\r\nSub W()\r\nEnd Sub\r\n"));
-}
 
-TEST_F(DocumentSafety, AWindows1252FileIsShownAndSavedInItsEncoding) {
-    const QByteArray latin("' caf\xe9 \x80 na\xefve\n\x81\x8d\xff\n", 20);
-    Global& g = openProject({{"l.NSObject.klvr", latin}});
+    // A Windows-1252 file is shown and saved in its encoding.
     g.ProjectOpenCode("l.NSObject.klvr");
     KLTextView* l = g.mytextview();
     EXPECT_TRUE(l->text().startsWith(QString::fromUtf8("' café € naïve\n")));
@@ -288,17 +281,6 @@ TEST_F(DocumentSafety, AFailureOnAnotherThreadIsReportedOnTheMainThread) {
     thread.wait();
     EXPECT_TRUE(testPanels().messages()[0].onMainThread);
     EXPECT_TRUE(testPanels().messages()[0].text.startsWith("from a reading thread"));
-}
-
-TEST_F(DocumentSafety, ChoosingTheProjectsOwnIconKeepsIt) {
-    Global& g = start();
-    g.SelectAppIcon(); // no project: nothing is asked
-    EXPECT_TRUE(testPanels().shown().empty());
-    const QString p = makeProject("Icon", {{"Global.NSObject.klvr", "\n"}, {"icon.icns", "ICON-BYTES"}});
-    g.ProjectOpen(p);
-    testPanels().queueOpen({p + "/icon.icns"});
-    g.SelectAppIcon();
-    EXPECT_EQ(readFile(p + "/icon.icns"), QByteArray("ICON-BYTES"));
 }
 
 // ---------------------------------------------------------------- recovery journal

@@ -32,7 +32,7 @@ protected:
     QString project;
 };
 
-TEST_F(Documents, NameAndFullPathOpenTheSameDocumentAndEditsSurviveSwitching) {
+TEST_F(Documents, NameAndFullPathOpenTheSameDocumentEditsSurviveSwitchingAndFailedLoadsAreNotCached) {
     Global& g = openShop();
     g.ProjectOpenCode("b.NSObject.klvr");
     KLTextView* b = g.mytextview();
@@ -47,24 +47,21 @@ TEST_F(Documents, NameAndFullPathOpenTheSameDocumentAndEditsSurviveSwitching) {
     EXPECT_TRUE(b->text().startsWith("' kept\n"));
     EXPECT_TRUE(b->isUndoAvailable());
     EXPECT_EQ(KLVR_NSDICTIONARY_COUNT(g.codes), 2);
-}
 
-TEST_F(Documents, AFileThatCannotBeLoadedIsReportedAndNothingIsCached) {
-    Global& g = openShop();
-    KLTextView* shown = g.mytextview();
+    // A file that cannot be loaded is reported and nothing is cached.
     g.ProjectOpenCode("application.NSObject.klvr");
-    auto shown2 = testPanels().messages();
-    ASSERT_EQ(shown2.size(), 1u);
-    EXPECT_EQ(shown2[0].title, "Could not load " + project + "/application.NSObject.klvr");
-    EXPECT_TRUE(shown2[0].text.isEmpty());
-    EXPECT_EQ(g.mytextview(), shown);
-    EXPECT_EQ(KLVR_NSDICTIONARY_COUNT(g.codes), 1);
+    auto shown = testPanels().messages();
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].title, "Could not load " + project + "/application.NSObject.klvr");
+    EXPECT_TRUE(shown[0].text.isEmpty());
+    EXPECT_EQ(g.mytextview(), b);
+    EXPECT_EQ(KLVR_NSDICTIONARY_COUNT(g.codes), 2);
     // The missing fixed object was listed before the load was tried, and stays listed.
     EXPECT_TRUE(g.projectFiles.contains("application.NSObject.klvr"));
     EXPECT_FALSE(g.bLockTextDidChange);
 }
 
-TEST_F(Documents, FileSelectorListsClassesAndObjects) {
+TEST_F(Documents, FileSelectorListsClassesAndObjectsAndEventSelectorInsertsAnEventOnlyOnce) {
     Global& g = openShop();
     g.ProjectOpenCode("b.NSObject.klvr");
     EXPECT_EQ(itemsOf(g.pubProject), (QStringList{"b.NSObject.klvr", "Classes:", "b.NSObject.klvr", "---",
@@ -82,10 +79,8 @@ TEST_F(Documents, FileSelectorListsClassesAndObjects) {
     EXPECT_EQ(g.ProjectCurrentFilename(), project + "/b.NSObject.klvr");
     g.pubProjectChosen("Global");
     EXPECT_EQ(g.ProjectCurrentFilename(), project + "/Global.NSObject.klvr");
-}
 
-TEST_F(Documents, EventSelectorInsertsAnEventOnlyOnce) {
-    Global& g = openShop();
+    // The event selector inserts an event only once.
     g.ProjectOpenCode("b.NSObject.klvr");
     KLTextView* view = g.mytextview();
     g.pubEventChosen("  Event Init()");
@@ -97,27 +92,13 @@ TEST_F(Documents, EventSelectorInsertsAnEventOnlyOnce) {
     g.pubEventChosen("NSObject:"); // not an event: nothing happens
     EXPECT_EQ(view->text().count("Event"), 2);
     EXPECT_EQ(g.pubEvent->currentIndex(), 0);
-}
-
-TEST_F(Documents, AnEventOnTheFirstLineIsNotFoundSoASecondCopyIsAppended) {
-    Global& g = start();
-    const QString p = makeProject("First", {{"Global.NSObject.klvr", "Event Init()\nEnd Event\n"}});
-    g.ProjectOpen(p);
+    // An event on the first line is not found, so a second copy is appended.
+    g.ProjectOpen(makeProject("First", {{"Global.NSObject.klvr", "Event Init()\nEnd Event\n"}}));
     g.pubEventChosen("  Event Init()");
     EXPECT_EQ(g.mytextview()->text().count("Event Init()"), 2);
 }
 
-TEST_F(Documents, ClosingShowsAnotherDocumentOrEmptiesThePane) {
-    Global& g = openShop();
-    g.ProjectOpenCode("b.NSObject.klvr");
-    g.ProjectCloseCode(project + "/b.NSObject.klvr");
-    EXPECT_EQ(g.ProjectCurrentFilename(), project + "/Global.NSObject.klvr");
-    g.ProjectCloseCode(project + "/Global.NSObject.klvr");
-    EXPECT_EQ(g.ProjectCurrentFilename(), QString());
-    EXPECT_EQ(KLVR_NSDICTIONARY_COUNT(g.codes), 0);
-}
-
-TEST_F(Documents, ReopeningReloadsFromDiskAndKeepsTheLine) {
+TEST_F(Documents, ReopeningReloadsFromDiskAtTheLineAndClosingShowsAnotherOrEmptiesThePane) {
     Global& g = openShop();
     g.ProjectOpenCode("b.NSObject.klvr");
     KLVR_KLTEXTVIEW_GOTOLINE(g.mytextview(), 3);
@@ -126,6 +107,11 @@ TEST_F(Documents, ReopeningReloadsFromDiskAndKeepsTheLine) {
     EXPECT_TRUE(g.mytextview()->text().contains("Print(1)"));
     EXPECT_EQ(KLVR_KLTEXTVIEW_LINE(g.mytextview()), 3);
     g.ProjectReopenCode("nothing.klvr"); // not open: nothing happens
+    g.ProjectCloseCode(project + "/b.NSObject.klvr");
+    EXPECT_EQ(g.ProjectCurrentFilename(), project + "/Global.NSObject.klvr");
+    g.ProjectCloseCode(project + "/Global.NSObject.klvr");
+    EXPECT_EQ(g.ProjectCurrentFilename(), QString());
+    EXPECT_EQ(KLVR_NSDICTIONARY_COUNT(g.codes), 0);
 }
 
 TEST_F(Documents, UserSaveWritesTheShownDocumentAndReportsFailures) {

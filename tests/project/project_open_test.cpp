@@ -39,21 +39,26 @@ TEST_F(ProjectOpening, FilesAreListedGlobalFirstThenInListingOrderAndOthersIgnor
     EXPECT_EQ(g.mycode->statusbar->text(), " Opened " + p);
 }
 
-TEST_F(ProjectOpening, AFolderWithOnlyTheGlobalFileOpens) {
+TEST_F(ProjectOpening, AChosenFolderOpensAndInvalidOnesAreReportedWhileItStays) {
+    // Open Project asks for a folder; a folder with only the Global file opens.
     Global& g = start();
-    const QString p = makeProject("Solo", {{"Global.NSObject.klvr", kGlobal}});
-    g.ProjectOpen(p);
+    const QString good = makeProject("Hello", {{"Global.NSObject.klvr", kGlobal}});
+    testPanels().queueOpen({good});
+    g.OpenProject();
+    EXPECT_TRUE(testPanels().lastOpenRequest().canChooseDirectories);
+    EXPECT_FALSE(testPanels().lastOpenRequest().canChooseFiles);
+    EXPECT_EQ(g.ProjectPath, good);
     EXPECT_EQ(g.projectFiles, QStringList{"Global.NSObject.klvr"});
     EXPECT_TRUE(g.ProjectTypes.isEmpty());
     EXPECT_TRUE(testPanels().messages().empty());
     EXPECT_FALSE(g.Welcome->isVisible());
     EXPECT_TRUE(g.mymainwindow->ti_project->isVisible());
-}
+    // The window title is padded by half the path's length.
+    const int spaces = int(good.size() / 2 + 20 + 5);
+    EXPECT_EQ(g.mymainwindow->windowTitle(), QString(spaces, ' ') + "Hello" + QString(20, ' ') + good);
+    g.OpenProject(); // cancelled: nothing changes
+    EXPECT_EQ(g.ProjectPath, good);
 
-TEST_F(ProjectOpening, InvalidFoldersAreReportedAndTheOpenProjectStays) {
-    Global& g = start();
-    const QString good = makeProject("Good", {{"Global.NSObject.klvr", kGlobal}});
-    g.ProjectOpen(good);
     const QString notAProject = makeProject("Plain", {{"global.nsobject.klvr", kGlobal}});
     g.ProjectOpen(notAProject);
     const QString missing = projectsPath() + "/Missing";
@@ -68,14 +73,6 @@ TEST_F(ProjectOpening, InvalidFoldersAreReportedAndTheOpenProjectStays) {
     EXPECT_EQ(g.ProjectPath, missing);
     EXPECT_EQ(g.ProjectCurrentFilename(), good + "/Global.NSObject.klvr");
     EXPECT_EQ(g.mycode->statusbar->text(), QStringLiteral(" "));
-}
-
-TEST_F(ProjectOpening, WindowTitleIsPaddedByHalfThePathLength) {
-    Global& g = start();
-    const QString p = makeProject("Hello", {{"Global.NSObject.klvr", kGlobal}});
-    g.ProjectOpen(p);
-    const int spaces = int(p.size() / 2 + 20 + 5);
-    EXPECT_EQ(g.mymainwindow->windowTitle(), QString(spaces, ' ') + "Hello" + QString(20, ' ') + p);
 }
 
 TEST_F(ProjectOpening, LastAndRecentProjectsAreRemembered) {
@@ -95,22 +92,6 @@ TEST_F(ProjectOpening, LastAndRecentProjectsAreRemembered) {
     EXPECT_EQ(g.ProjectPath, opened[2]);
 }
 
-TEST_F(ProjectOpening, PlatformProjectIsMadeOnceAndHandedToXcode) {
-    installRecordingCompiler();
-    Global& g = start();
-    const QString p = makeProject("My App", {{"Global.NSObject.klvr", kGlobal}});
-    g.ProjectOpen(p);
-    EXPECT_EQ(compilerCalls(), QStringList{p + " -xcodeproj"});
-    auto launches = testLauncher().launches();
-    ASSERT_FALSE(launches.empty());
-    EXPECT_EQ(launches.back().application, QStringLiteral("Xcode"));
-    EXPECT_EQ(launches.back().document, p + "/My App.xcodeproj");
-    EXPECT_FALSE(launches.back().flag);
-    QDir().mkpath(p + "/My App.xcodeproj");
-    g.ProjectOpen(p);
-    EXPECT_EQ(compilerCalls().size(), 1); // not passed to the compiler again
-}
-
 TEST_F(ProjectOpening, PlatformProjectMadeWhileTheFilesAreScannedIsThereWhenOpeningEnds) {
     // A slow compiler: the opening starts it before scanning and waits for it at the end.
     const QString script = bundlePath() + "/Contents/MacOS/klvrcompiler";
@@ -128,31 +109,35 @@ TEST_F(ProjectOpening, PlatformProjectMadeWhileTheFilesAreScannedIsThereWhenOpen
     EXPECT_EQ(g.ProjectPath, p);
 }
 
-TEST_F(ProjectOpening, ProjectIconIsShownAndCopiedIntoTheBuiltApplication) {
+TEST_F(ProjectOpening, PlatformProjectIsMadeOnceAndHandedToXcodeAndTheIconIsCopiedIntoTheBuiltApplication) {
+    installRecordingCompiler();
     Global& g = start();
-    const QString p = makeProject("Iconic", {{"Global.NSObject.klvr", kGlobal}, {"icon.icns", "icon bytes"}});
-    QDir().mkpath(p + "/build/Release/Iconic.app/Contents/Resources");
-    writeFile(p + "/build/Release/Iconic.app/Contents/Resources/icon.icns", "old");
+    g.SelectAppIcon(); // no project: nothing is asked
+    EXPECT_TRUE(testPanels().shown().empty());
+    const QString p = makeProject("My App", {{"Global.NSObject.klvr", kGlobal}, {"icon.icns", "icon bytes"}});
+    const QString builtIcon = p + "/build/Release/My App.app/Contents/Resources/icon.icns";
+    writeFile(builtIcon, "old");
     g.ProjectOpen(p);
-    EXPECT_EQ(readFile(p + "/build/Release/Iconic.app/Contents/Resources/icon.icns"), QByteArray("icon bytes"));
+    EXPECT_EQ(compilerCalls(), QStringList{p + " -xcodeproj"});
+    auto launches = testLauncher().launches();
+    ASSERT_FALSE(launches.empty());
+    EXPECT_EQ(launches.back().application, QStringLiteral("Xcode"));
+    EXPECT_EQ(launches.back().document, p + "/My App.xcodeproj");
+    EXPECT_FALSE(launches.back().flag);
+    EXPECT_EQ(readFile(builtIcon), QByteArray("icon bytes"));
 
+    testPanels().queueOpen({p + "/icon.icns"}); // the project's own icon is kept as it is
+    g.SelectAppIcon();
+    EXPECT_EQ(readFile(p + "/icon.icns"), QByteArray("icon bytes"));
     writeFile(projectsPath() + "/new.icns", "new icon");
     testPanels().queueOpen({projectsPath() + "/new.icns"});
     g.SelectAppIcon();
     EXPECT_EQ(testPanels().lastOpenRequest().types, QStringList{"icns"});
     EXPECT_FALSE(testPanels().lastOpenRequest().canChooseDirectories);
     EXPECT_EQ(readFile(p + "/icon.icns"), QByteArray("new icon"));
-    EXPECT_EQ(readFile(p + "/build/Release/Iconic.app/Contents/Resources/icon.icns"), QByteArray("new icon"));
-}
+    EXPECT_EQ(readFile(builtIcon), QByteArray("new icon"));
 
-TEST_F(ProjectOpening, OpenProjectAsksForAFolder) {
-    Global& g = start();
-    const QString p = makeProject("Chosen", {{"Global.NSObject.klvr", kGlobal}});
-    testPanels().queueOpen({p});
-    g.OpenProject();
-    EXPECT_TRUE(testPanels().lastOpenRequest().canChooseDirectories);
-    EXPECT_FALSE(testPanels().lastOpenRequest().canChooseFiles);
-    EXPECT_EQ(g.ProjectPath, p);
-    g.OpenProject(); // cancelled: nothing changes
-    EXPECT_EQ(g.ProjectPath, p);
+    QDir().mkpath(p + "/My App.xcodeproj");
+    g.ProjectOpen(p);
+    EXPECT_EQ(compilerCalls().size(), 1); // not passed to the compiler again
 }

@@ -2,6 +2,7 @@
 // folder, keep to what the bundled runner carries out, and (when the toolchain
 // is built) build and print what its code computes.
 #include "resource_files.h"
+#include "support/test_environment.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,11 +20,6 @@ using namespace resources_test;
 namespace {
 
 const QString kNewProjectGlobal = QStringLiteral("\nEvent AwakeFromNib()\n  Alert(\"Hello\")\nEnd Event\n");
-
-QByteArray contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 QStringList exampleProjects(const QString& resources) {
     return QDir(resources + "/Examples").entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
@@ -191,7 +187,7 @@ TEST(ExampleProjects, EveryExampleIsAValidProjectFolderInSourceAndBuild) {
         EXPECT_TRUE(examples.contains(QString::fromLatin1(required))) << required;
     EXPECT_EQ(exampleProjects(builtResources()), examples) << "the build copies every example";
 
-    const QByteArray emptyXib = contents(sourceResources() + "/Empty.xib");
+    const QByteArray emptyXib = readFile(sourceResources() + "/Empty.xib");
     QString root;
     EXPECT_TRUE(wellFormedXml(emptyXib, &root));
     EXPECT_EQ(root, "document");
@@ -203,7 +199,7 @@ TEST(ExampleProjects, EveryExampleIsAValidProjectFolderInSourceAndBuild) {
             SCOPED_TRACE(project.toStdString());
             // What makes a folder a project, and what a new project holds besides.
             EXPECT_TRUE(QFileInfo(project + "/Global.NSObject.klvr").isFile());
-            EXPECT_EQ(contents(project + "/en.lproj/MainMenu.xib"), emptyXib);
+            EXPECT_EQ(readFile(project + "/en.lproj/MainMenu.xib"), emptyXib);
             EXPECT_TRUE(QFileInfo(project + "/" + name + "/Resources").isDir());
             for (const QString& file : sourceFiles(project))
                 EXPECT_TRUE(naming.match(file).hasMatch()) << file.toStdString();
@@ -214,7 +210,7 @@ TEST(ExampleProjects, EveryExampleIsAValidProjectFolderInSourceAndBuild) {
             }
         }
     }
-    EXPECT_EQ(QString::fromUtf8(contents(sourceResources() + "/Examples/Hello/Global.NSObject.klvr")),
+    EXPECT_EQ(QString::fromUtf8(readFile(sourceResources() + "/Examples/Hello/Global.NSObject.klvr")),
               kNewProjectGlobal);
     EXPECT_GE(sourceFiles(sourceResources() + "/Examples/TextTools").size(), 2)
         << "TextTools shows a project of several classes";
@@ -238,11 +234,11 @@ TEST(ExampleProjects, SourcesKeepToTheLanguageCoreTheRunnerCarriesOut) {
         for (const QString& file : sourceFiles(project)) {
             classes << file.section('.', 0, 0);
             declared.insert(file.section('.', 0, 0).toLower());
-            declared.unite(examineSource(QString::fromUtf8(contents(project + "/" + file)), classes).declared);
+            declared.unite(examineSource(QString::fromUtf8(readFile(project + "/" + file)), classes).declared);
         }
         for (const QString& file : sourceFiles(project)) {
             SCOPED_TRACE((name + "/" + file).toStdString());
-            const QString text = QString::fromUtf8(contents(project + "/" + file));
+            const QString text = QString::fromUtf8(readFile(project + "/" + file));
             // A declaration on the first line would be missing from the navigators.
             EXPECT_TRUE(text.startsWith('\n'));
             EXPECT_TRUE(text.endsWith('\n'));
@@ -261,12 +257,10 @@ TEST(ExampleProjects, SourcesKeepToTheLanguageCoreTheRunnerCarriesOut) {
 
 TEST(ExampleProjects, TheStructureCheckItselfSeesBrokenSources) {
     // The examination above is only worth something if it rejects bad code.
-    EXPECT_FALSE(examineSource("\nSub A()\n  For i = 1 To 3\nEnd Sub\n").problems.isEmpty());
-    EXPECT_FALSE(examineSource("\nSub A()\nSub B()\nEnd Sub\nEnd Sub\n").problems.isEmpty());
-    EXPECT_FALSE(examineSource("\nPrint(\"x\")\n").problems.isEmpty());
-    EXPECT_FALSE(examineSource("\nDim w As NSWindow\n").problems.isEmpty());
-    EXPECT_FALSE(examineSource("\nEvent E()\n  Next\nEnd Event\n").problems.isEmpty());
-    EXPECT_FALSE(examineSource("\nEvent E()\n  Else\nEnd Event\n").problems.isEmpty());
+    for (const char* broken : {"\nSub A()\n  For i = 1 To 3\nEnd Sub\n", "\nSub A()\nSub B()\nEnd Sub\nEnd Sub\n",
+                               "\nPrint(\"x\")\n", "\nDim w As NSWindow\n", "\nEvent E()\n  Next\nEnd Event\n",
+                               "\nEvent E()\n  Else\nEnd Event\n"})
+        EXPECT_FALSE(examineSource(QString::fromUtf8(broken)).problems.isEmpty()) << broken;
     const SourceReport fine = examineSource(
         "\nFunction F(n As Integer) As Integer ' If x Then\n  If n > 1 Then Return 1\n"
         "  If n = 0 Then\n    Return 2\n  Else If n = 1 Then\n    Return \"End Sub\"\n  End If\n"
@@ -329,9 +323,9 @@ TEST(ExampleProjects, ExamplesBuildAndPrintWhatTheyCompute) {
 TEST(ExampleProjects, FileTemplatesLieBesideTheExecutables) {
     for (const char* name : {"AppDelegate.NSObject.klvr", "Preferences.KLPreferences.klvr", "Preferences.xib"}) {
         SCOPED_TRACE(name);
-        const QByteArray source = contents(sourceResources() + "/TEMPLATE/" + QString::fromLatin1(name));
+        const QByteArray source = readFile(sourceResources() + "/TEMPLATE/" + QString::fromLatin1(name));
         ASSERT_FALSE(source.isEmpty());
-        EXPECT_EQ(contents(QStringLiteral(KELVARO_APP_DIR "/Contents/MacOS/TEMPLATE/") + QString::fromLatin1(name)),
+        EXPECT_EQ(readFile(QStringLiteral(KELVARO_APP_DIR "/Contents/MacOS/TEMPLATE/") + QString::fromLatin1(name)),
                   source);
         if (QByteArray(name).endsWith(".xib")) {
             QString root;

@@ -66,11 +66,11 @@ void expectPictograms(const QStringList& names, int size) {
 
 } // namespace
 
-TEST(Images, NavigatorPicturesAreDistinctSixteenPixelSquares) { expectPictograms(kNavigatorImages, 16); }
-
-TEST(Images, ToolbarPicturesAreDistinctThirtyTwoPixelSquares) { expectPictograms(kToolbarImages, 32); }
-
-TEST(Images, ApplicationIcon) { expectPictograms({"Kelvaro.png"}, 256); }
+TEST(Images, NavigatorToolbarAndApplicationPicturesAreDistinctSquaresOfTheirSize) {
+    expectPictograms(kNavigatorImages, 16);
+    expectPictograms(kToolbarImages, 32);
+    expectPictograms({"Kelvaro.png"}, 256);
+}
 
 TEST(Images, CoverageSeesEmptyAndFlatPictures) {
     QImage empty(16, 16, QImage::Format_ARGB32);

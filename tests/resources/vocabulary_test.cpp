@@ -58,7 +58,7 @@ TEST(Vocabulary, EveryListParsesWithADictionaryRootInSourceAndBuild) {
     }
 }
 
-TEST(Vocabulary, WordListsHoldDistinctSingleWordsWithTheCoreOfTheLanguage) {
+TEST(Vocabulary, WordListsHoldDistinctSingleWordsInOneListEachWithTheCoreOfTheLanguage) {
     const QRegularExpression word(QStringLiteral("^[A-Za-z_][A-Za-z0-9_]*$"));
     for (const QString& name : {QStringLiteral("type.plist"), QStringLiteral("keyword.plist"),
                                 QStringLiteral("const.plist")}) {
@@ -85,17 +85,14 @@ TEST(Vocabulary, WordListsHoldDistinctSingleWordsWithTheCoreOfTheLanguage) {
     const QStringList consts = wordsOf("const.plist");
     EXPECT_TRUE(consts.contains("NSOKButton"));
     EXPECT_TRUE(consts.contains("NSCancelButton"));
-}
 
-TEST(Vocabulary, NoWordBelongsToTwoListsSoColouringIsUnambiguous) {
-    const QSet<QString> keywords = lowerCased(wordsOf("keyword.plist"));
-    const QSet<QString> types = lowerCased(wordsOf("type.plist"));
+    // No word belongs to two lists, so colouring is unambiguous.
+    const QSet<QString> lowerTypes = lowerCased(types);
     const QSet<QString> functions = lowerCased(vocabularyDictionary("function.plist").keys());
-    const QSet<QString> consts = lowerCased(wordsOf("const.plist"));
-    EXPECT_TRUE(QSet<QString>(keywords).intersect(types).isEmpty());
+    EXPECT_TRUE(QSet<QString>(keywords).intersect(lowerTypes).isEmpty());
     EXPECT_TRUE(QSet<QString>(keywords).intersect(functions).isEmpty());
-    EXPECT_TRUE(QSet<QString>(types).intersect(functions).isEmpty());
-    EXPECT_TRUE(QSet<QString>(consts).intersect(keywords + types + functions).isEmpty());
+    EXPECT_TRUE(QSet<QString>(lowerTypes).intersect(functions).isEmpty());
+    EXPECT_TRUE(lowerCased(consts).intersect(keywords + lowerTypes + functions).isEmpty());
 }
 
 TEST(Vocabulary, FunctionsCarryTheRunnersCompletionTextsExactly) {
@@ -122,7 +119,7 @@ TEST(Vocabulary, FunctionsCarryTheRunnersCompletionTextsExactly) {
     }
 }
 
-TEST(Vocabulary, ClassMembersAreRecordsWhoseTypesAreKnown) {
+TEST(Vocabulary, ClassMembersAreRecordsWhoseTypesAreKnownAndWhoseChainsResolve) {
     const QVariantMap classes = vocabularyDictionary("class.plist");
     const QVariantMap objects = vocabularyDictionary("object.plist");
     const QStringList types = wordsOf("type.plist");
@@ -159,10 +156,8 @@ TEST(Vocabulary, ClassMembersAreRecordsWhoseTypesAreKnown) {
         }
     }
     EXPECT_GT(records, 500);
-}
 
-TEST(Vocabulary, MemberChainsResolveThroughTheLibrary) {
-    const QVariantMap classes = vocabularyDictionary("class.plist");
+    // Member chains resolve through the library.
     EXPECT_EQ(resolveChain(classes, "NSWindow", "contentView.frame"), "NSRect");
     EXPECT_EQ(resolveChain(classes, "NSWindow", "contentView.frame.size.width"), "Double");
     EXPECT_EQ(resolveChain(classes, "NSApplication", "mainWindow.title.length"), "Integer");

@@ -1,6 +1,7 @@
 // kelvaro --find as a real child process without a display, against ripgrep on the same
 // folders for texts that cannot overlap themselves.
 #include "search/project_search.h"
+#include "support/test_environment.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,12 +31,6 @@ ChildRun run(const QString& program, const QStringList& args, const QString& fol
 }
 
 ChildRun find(const QStringList& args) { return run(KELVARO_APP_DIR "/Contents/MacOS/kelvaro", QStringList{"--find"} + args); }
-
-void write(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
 
 // ripgrep's lines in the IDE's file order, with its byte columns turned into UTF-16 units.
 QStringList ripgrep(const QString& folder, const QString& text, bool ignoreCase) {
@@ -67,14 +62,14 @@ std::string lines(const QStringList& expected) { return expected.isEmpty() ? "" 
 
 TEST(FindCommand, AgreesWithRipgrepInTheIdesOrder) {
     QTemporaryDir dir;
-    write(dir.filePath("Global.NSObject.klvr"), "Dim x\n' Dim y\n\tDim z Dim w\n");
-    write(dir.filePath("a.NSObject.klvr"), "Sub A()\n  caf\xc3\xa9 Dim \xf0\x9f\x98\x80 dim\nEnd Sub");
-    write(dir.filePath("Z.NSObject.klvr"), "DIM\r\nnothing\r\n");
-    write(dir.filePath("notes.txt"), "Dim elsewhere\n");
+    writeFile(dir.filePath("Global.NSObject.klvr"), "Dim x\n' Dim y\n\tDim z Dim w\n");
+    writeFile(dir.filePath("a.NSObject.klvr"), "Sub A()\n  caf\xc3\xa9 Dim \xf0\x9f\x98\x80 dim\nEnd Sub");
+    writeFile(dir.filePath("Z.NSObject.klvr"), "DIM\r\nnothing\r\n");
+    writeFile(dir.filePath("notes.txt"), "Dim elsewhere\n");
     QByteArray big;
     for (int i = 0; i < 3000; ++i)
         big += "Function F" + QByteArray::number(i) + "() As Integer ' Dim\n";
-    write(dir.filePath("b.NSObject.klvr"), big);
+    writeFile(dir.filePath("b.NSObject.klvr"), big);
     for (const QString& text : QStringList{"Dim", "dim", "Function F29", "As Integer", "\u00e9 D"}) {
         for (bool ignoreCase : {false, true}) {
             const ChildRun kelvaro =
@@ -93,8 +88,8 @@ TEST(FindCommand, AgreesWithRipgrepInTheIdesOrder) {
 
 TEST(FindCommand, BadArgumentsNothingFoundAndBinaryFiles) {
     QTemporaryDir dir;
-    write(dir.filePath("Global.NSObject.klvr"), "aaa\n");
-    write(dir.filePath("bin.NSObject.klvr"), QByteArray("aa\0\xff", 4));
+    writeFile(dir.filePath("Global.NSObject.klvr"), "aaa\n");
+    writeFile(dir.filePath("bin.NSObject.klvr"), QByteArray("aa\0\xff", 4));
     EXPECT_EQ(find({}).status, 2);
     EXPECT_EQ(find({"aa"}).status, 2);
     EXPECT_EQ(find({"", dir.path()}).status, 2);

@@ -1,5 +1,7 @@
-// The find-and-replace panel of the shown document and the main window's search field.
+// The find-and-replace panel of the shown document and the main window's search field;
+// neither search panel does anything without a project.
 #include "search/findreplace.h"
+#include "search/findreplacefile.h"
 #include "support/ide_fixture.h"
 
 namespace {
@@ -85,7 +87,7 @@ TEST_F(FindInFile, ReturnInTheFieldFindsAndShowingADocumentOnlyRecounts) {
     EXPECT_EQ(global->boxedSearchInfo->text(), "2 found");
 }
 
-TEST_F(FindInFile, NothingWithoutAProject) {
+TEST_F(FindInFile, NeitherPanelNorFieldDoesAnythingWithoutAProject) {
     Global& g = start();
     g.boxedSearch->setText("foo");
     g.boxedSearchPerform();
@@ -93,6 +95,10 @@ TEST_F(FindInFile, NothingWithoutAProject) {
     g.FindNext();
     EXPECT_EQ(g.boxedSearchInfo->text(), "Search");
     EXPECT_FALSE(g.ibfindreplace()->window->isVisible());
+    g.mymainwindow->boxedSearchFile->setText("x");
+    g.mymainwindow->boxedSearchFilePerform();
+    g.FindReplaceFile();
+    EXPECT_FALSE(g.ibfindreplacefile()->window->isVisible());
 }
 
 } // namespace

@@ -26,25 +26,22 @@ protected:
     QString project;
 };
 
-TEST_F(Position, BackReturnsToTheDocumentLeftAndBackAgainReturns) {
+TEST_F(Position, BackReturnsToTheDocumentLeftAndTheTimerRemembersALineTheCursorRestedOn) {
     Global& g = start();
     g.global_back(); // nothing remembered yet
     EXPECT_TRUE(g.ProjectCurrentFilename().isEmpty());
     g.ProjectCurrentCodeGotoLine(3); // no project: nothing
     openProject(true);
-    global->ProjectCurrentCodeGotoLine(40);
-    global->ProjectOpenCode("b.NSObject.klvr");
-    global->ProjectCurrentCodeGotoLine(7);
-    global->global_back();
+    g.ProjectCurrentCodeGotoLine(40);
+    g.ProjectOpenCode("b.NSObject.klvr");
+    g.ProjectCurrentCodeGotoLine(7);
+    g.global_back();
     EXPECT_EQ(file(), "Global.NSObject.klvr");
     EXPECT_EQ(line(), 40);
-    global->global_back();
+    g.global_back(); // back again returns
     EXPECT_EQ(file(), "b.NSObject.klvr");
     EXPECT_EQ(line(), 7);
-}
 
-TEST_F(Position, TheTimerRemembersALineTheCursorRestedOnAndTheFieldShowsIt) {
-    Global& g = openProject();
     g.ProjectCurrentCodeGotoLine(10);
     g.dotLastPosition();
     KLVR_NSTIMER_STOP(g.tLastPosition);

@@ -10,11 +10,6 @@
 
 namespace {
 
-QByteArray fileBytes(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 class ProjectSearchPanel : public IdeFixture {
 protected:
     findreplacefile& openProject(const QList<std::pair<QString, QByteArray>>& files) {
@@ -71,17 +66,6 @@ INSTANTIATE_TEST_SUITE_P(
         FindCase{"EmptyText", "", false, false, {}, "Nothing to find"}),
     [](const ::testing::TestParamInfo<FindCase>& info) { return std::string(info.param.name); });
 
-TEST_F(ProjectSearchPanel, CurrentFileOnlyAndTheHistory) {
-    findreplacefile& panel = openProject({{"Global.NSObject.klvr", "\nDim g\n"}, {"b.NSObject.klvr", "\nDim b\n"}});
-    global->ProjectOpenCode("b.NSObject.klvr");
-    panel.cbCurrentFileOnly->setChecked(true);
-    find("Dim");
-    EXPECT_EQ(shownRows(panel.tableview), QStringList{"b.NSObject.klvr|2|Dim b"});
-    find("Dim");
-    find("g");
-    EXPECT_EQ(panel.cbFind->count(), 2); // "Dim" once while it was the first entry, then "g"
-}
-
 TEST_F(ProjectSearchPanel, ReplaceAllWritesChangedFilesKeepingTheirFormAndReopensThem) {
     const QByteArray latin1("\r\nfoo caf\xe9\r\n");
     findreplacefile& panel = openProject({{"Global.NSObject.klvr", "\nfoo = 1\n"},
@@ -98,9 +82,9 @@ TEST_F(ProjectSearchPanel, ReplaceAllWritesChangedFilesKeepingTheirFormAndReopen
     EXPECT_EQ(panel.lInfo->text(), "4 replaced");
     EXPECT_EQ(shownRows(panel.tableview), (QStringList{"Global.NSObject.klvr|2|foo = 1", "b.NSObject.klvr|1|a foo foo",
                                              "b.NSObject.klvr|1|a foo foo", "c.NSObject.klvr|2|foo caf\u00e9"}));
-    EXPECT_EQ(fileBytes(project + "/Global.NSObject.klvr"), "\nfoofoo = 1\n");
-    EXPECT_EQ(fileBytes(project + "/b.NSObject.klvr"), "\xef\xbb\xbf" "a foofoo foofoo\n");
-    EXPECT_EQ(fileBytes(project + "/c.NSObject.klvr"), "\r\nfoofoo caf\xe9\r\n");
+    EXPECT_EQ(readFile(project + "/Global.NSObject.klvr"), "\nfoofoo = 1\n");
+    EXPECT_EQ(readFile(project + "/b.NSObject.klvr"), "\xef\xbb\xbf" "a foofoo foofoo\n");
+    EXPECT_EQ(readFile(project + "/c.NSObject.klvr"), "\r\nfoofoo caf\xe9\r\n");
     EXPECT_EQ(QFileInfo(untouched).lastModified(), before);
     EXPECT_EQ(view->text(), "\nfoofoo = 1\n"); // the open document shows the disk's text
 
@@ -109,20 +93,30 @@ TEST_F(ProjectSearchPanel, ReplaceAllWritesChangedFilesKeepingTheirFormAndReopen
     panel.cbReplace->setCurrentText("\u2192");
     panel.pbReplaceAll();
     EXPECT_EQ(panel.lInfo->text(), "1 replaced; not replaced: c.NSObject.klvr");
-    EXPECT_EQ(fileBytes(project + "/c.NSObject.klvr"), "\r\nfoofoo caf\xe9\r\n");
+    EXPECT_EQ(readFile(project + "/c.NSObject.klvr"), "\r\nfoofoo caf\xe9\r\n");
 
     // Line breaks in a replacement are each file's own, whichever way they were typed.
     panel.cbFind->setCurrentText("foofoo");
     panel.cbReplace->setCurrentText("x\r\ny\nz");
     panel.pbReplaceAll();
-    EXPECT_EQ(fileBytes(project + "/c.NSObject.klvr"), "\r\nx\r\ny\r\nz caf\xe9\r\n");
-    EXPECT_EQ(fileBytes(project + "/Global.NSObject.klvr"), "\nx\ny\nz = 1\n");
+    EXPECT_EQ(readFile(project + "/c.NSObject.klvr"), "\r\nx\r\ny\r\nz caf\xe9\r\n");
+    EXPECT_EQ(readFile(project + "/Global.NSObject.klvr"), "\nx\ny\nz = 1\n");
 }
 
-TEST_F(ProjectSearchPanel, UnsavedTypingIsSavedBeforeTheSearchReadsTheDiskAndBinaryFilesAreNamed) {
-    findreplacefile& panel =
-        openProject({{"Global.NSObject.klvr", "\nDim g\n"}, {"bin.NSObject.klvr", QByteArray("typed\0", 6)}});
-    global->mytextview()->insertAt("Dim typed\n", 0, 0);
+TEST_F(ProjectSearchPanel, CurrentFileOnlyTheHistoryUnsavedTypingSavedFirstAndBinaryFilesNamed) {
+    findreplacefile& panel = openProject({{"Global.NSObject.klvr", "\nDim g\n"},
+                                          {"b.NSObject.klvr", "\nDim b\n"},
+                                          {"bin.NSObject.klvr", QByteArray("typed\0", 6)}});
+    global->ProjectOpenCode("b.NSObject.klvr");
+    panel.cbCurrentFileOnly->setChecked(true);
+    find("Dim");
+    EXPECT_EQ(shownRows(panel.tableview), QStringList{"b.NSObject.klvr|2|Dim b"});
+    find("Dim");
+    find("g");
+    EXPECT_EQ(panel.cbFind->count(), 2); // "Dim" once while it was the first entry, then "g"
+    panel.cbCurrentFileOnly->setChecked(false);
+    global->ProjectOpenCode("Global.NSObject.klvr");
+    global->mytextview()->insertAt("Dim typed\n", 0, 0); // the search reads the disk
     find("typed");
     EXPECT_EQ(shownRows(panel.tableview), QStringList{"Global.NSObject.klvr|1|Dim typed"});
     EXPECT_EQ(panel.lInfo->text(), "1 found; binary, not listed: bin.NSObject.klvr");
@@ -144,14 +138,6 @@ TEST_F(ProjectSearchPanel, DoubleClickOpensTheFileAtTheLineAndTheToolbarFieldSea
     panel.DoubleAction(0);
     EXPECT_EQ(global->ProjectCurrentFilename(), project + "/b.NSObject.klvr");
     EXPECT_EQ(global->ProjectCurrentLine(), "12");
-}
-
-TEST_F(ProjectSearchPanel, NothingWithoutAProject) {
-    Global& g = start();
-    g.mymainwindow->boxedSearchFile->setText("x");
-    g.mymainwindow->boxedSearchFilePerform();
-    g.FindReplaceFile();
-    EXPECT_FALSE(g.ibfindreplacefile()->window->isVisible());
 }
 
 } // namespace
