@@ -92,13 +92,18 @@ long bytesForUnits(const unsigned char* s, long length, qint64 units) {
 }
 
 // The number of bytes before `end` that hold `units` UTF-16 code units, at most `length`.
+// A count that ends between the two units of one character stays after that character,
+// where counting forward lands too.
 long bytesBeforeForUnits(const unsigned char* end, long length, qint64 units) {
     long i = 0;
     while (i < length && units > 0) {
-        ++i;
-        while (i < length && (end[-i] & 0xc0) == 0x80)
-            ++i;
-        units -= 1 + (end[-i] >= 0xf0);
+        long step = i + 1;
+        while (step < length && (end[-step] & 0xc0) == 0x80)
+            ++step;
+        units -= 1 + (end[-step] >= 0xf0);
+        if (units < 0)
+            break;
+        i = step;
     }
     return i;
 }

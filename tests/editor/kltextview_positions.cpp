@@ -109,6 +109,14 @@ TEST(KLTextViewPositions, ConversionsOnALongLineFollowEditsAndJumps) {
             ASSERT_EQ(view.bytesFromUtf16(offset), bytes) << when << " at " << offset;
             ASSERT_EQ(view.utf16FromBytes(bytes), offset) << when << " at " << offset;
         }
+        // An offset between the two halves of an emoji lands after it, counted from
+        // either side.
+        const qint64 inside = text.indexOf(QStringLiteral("😀"), 20'000) + 1;
+        const qint64 after = text.left(inside + 1).toUtf8().size();
+        for (qint64 from : {inside - 500, inside + 500}) {
+            view.utf16FromBytes(view.bytesFromUtf16(from)); // the view now counts from there
+            ASSERT_EQ(view.bytesFromUtf16(inside), after) << when << " from " << from;
+        }
     };
     check("as loaded");
     const long middle = long(view.bytesFromUtf16(20'000));
