@@ -1,5 +1,5 @@
-// libFuzzer entry for the declaration scanner. Any bytes are decoded as UTF-8 and
-// scanned; the result must keep the lists' own invariants, and for inputs small enough
+// libFuzzer entry for the declaration scanner. Any bytes are decoded as the editor
+// decodes a file (UTF-8, else Windows-1252) and scanned; the result must keep the lists' own invariants, and for inputs small enough
 // for the slow reference reading it must equal that reading field for field. Every
 // other way to scan the same bytes must give the same lists: as bytes when they may be,
 // cut into parts on several threads, through a kept scan whose lists are made later,
@@ -63,11 +63,11 @@ void checkInvariants(const QString& text, const DeclarationLists& lists) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const QString text = QString::fromUtf8(reinterpret_cast<const char*>(data), qsizetype(size));
+    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    const QString text = decodedSourceText(bytes);
     const DeclarationLists lists = scanDeclarations(text);
     checkInvariants(text, lists);
 
-    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
     const std::string_view raw(bytes.constData(), size_t(bytes.size()));
     const std::u16string_view utf16(reinterpret_cast<const char16_t*>(text.utf16()), size_t(text.size()));
     auto same = [&](const DeclarationLists& other, const char* how) {

@@ -10,7 +10,7 @@ FileScan::FileScan(const QByteArray& bytes) {
         keepOwnCopies(*bytesRecord_, raw);
         return;
     }
-    const QString decoded = QString::fromUtf8(bytes);
+    const QString decoded = decodedSourceText(bytes);
     const std::u16string_view text(reinterpret_cast<const char16_t*>(decoded.utf16()), size_t(decoded.size()));
     record_ = recordDeclarations(text);
     keepOwnCopies(*record_, text);

@@ -1,5 +1,7 @@
 #include "insight/source_text.h"
 
+#include "editor/document_file.h"
+
 #include <QFile>
 
 #include <cerrno>
@@ -144,4 +146,8 @@ bool scannableAsBytes(std::string_view bytes) {
         }
     }
     return true;
+}
+
+QString decodedSourceText(const QByteArray& bytes) {
+    return QString::fromUtf8(document_file::decode(bytes).utf8);
 }

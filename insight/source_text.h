@@ -41,13 +41,18 @@ bool isAscii(std::string_view bytes);
 // Anything else is decoded first.
 bool scannableAsBytes(std::string_view bytes);
 
+// The text of a file's bytes as the editor shows it: UTF-8 without a byte order mark, or
+// Windows-1252 when the bytes are not UTF-8, so that names, positions and searches agree
+// with the code pane's.
+QString decodedSourceText(const QByteArray& bytes);
+
 // Calls `use` with the text of `bytes` as a std::string_view when they can be scanned as
-// they are, else as a std::u16string_view of their UTF-8 decoding; returns what `use`
-// returns.
+// they are, else as a std::u16string_view of their decoding (decodedSourceText); returns
+// what `use` returns.
 template <class Use> auto withSourceText(const QByteArray& bytes, Use use) {
     const std::string_view raw(bytes.constData(), size_t(bytes.size()));
     if (scannableAsBytes(raw))
         return use(raw);
-    const QString text = QString::fromUtf8(bytes);
+    const QString text = decodedSourceText(bytes);
     return use(std::u16string_view(reinterpret_cast<const char16_t*>(text.utf16()), size_t(text.size())));
 }

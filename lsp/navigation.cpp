@@ -15,7 +15,7 @@ QJsonObject placeOf(const Workspace& workspace, const Declaration& d) {
     if (const TextDocument* open = const_cast<Workspace&>(workspace).document(d.path)) {
         lineText = open->lineText(d.line).toString();
     } else if (const auto bytes = readSourceBytes(d.path)) {
-        lineText = TextDocument(QString::fromUtf8(*bytes)).lineText(d.line).toString();
+        lineText = TextDocument(decodedSourceText(*bytes)).lineText(d.line).toString();
     }
     const qsizetype at = d.name.isEmpty() ? -1 : lineText.indexOf(d.name);
     const TextPosition start{d.line, qMax<qsizetype>(at, 0)};

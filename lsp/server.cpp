@@ -325,7 +325,7 @@ QJsonValue Server::withDocument(
     const auto bytes = path.isEmpty() ? std::nullopt : readSourceBytes(path);
     if (!bytes)
         return QJsonValue::Null;
-    return answer(path, TextDocument(QString::fromUtf8(*bytes)), at);
+    return answer(path, TextDocument(decodedSourceText(*bytes)), at);
 }
 
 } // namespace lsp

@@ -139,8 +139,15 @@ TEST(ScannerParts, BytesAreScannedAsTheyAreOnlyWhenThatChangesNothing) {
                                     QByteArray("\xEF\xBB\xBFx\nSub A(b)\nSub C(\xC3\xA9)\n")}) {
         const DeclarationLists lists =
             withSourceText(bytes, [](auto text) { return declarationListsOf(recordDeclarations(text)); });
-        EXPECT_EQ(firstDifference(scanDeclarations(QString::fromUtf8(bytes)), lists), "");
+        EXPECT_EQ(firstDifference(scanDeclarations(decodedSourceText(bytes)), lists), "");
     }
+    // Bytes that are not UTF-8 are read as Windows-1252, as the code pane shows them: the
+    // names are the file's letters, one character a byte.
+    const QByteArray windows1252("' caf\xe9\n\nSub Gr\xf6\xdf" "e(a As Integer)\nEnd Sub\n");
+    const DeclarationList& subs = FileScan(windows1252).lists().list(DeclarationKind::Sub);
+    ASSERT_EQ(subs.entryCount(), 1);
+    EXPECT_EQ(subs.entry(0).name, QStringLiteral("Größe"));
+    EXPECT_EQ(FileScan(windows1252).lists().lineSeparators, QList<qint64>{7});
 }
 
 TEST(ScannerParts, InputsTheFuzzerFoundScanAlikeOnEveryPath) {
