@@ -10,6 +10,7 @@
 #include <QPrinter>
 #include <QThread>
 #include <cstdlib>
+#include <gtest/gtest.h>
 
 namespace {
 KelvaroTestEnvironment* current = nullptr;
@@ -178,8 +179,9 @@ void KelvaroTestEnvironment::reset() {
 QString writeFile(const QString& path, const QByteArray& bytes) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        file.write(bytes);
+    // A test's own files must be written, or what it checks later means nothing.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size())
+        ADD_FAILURE() << "could not write the test file " << path.toStdString();
     return path;
 }
 
