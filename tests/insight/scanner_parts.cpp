@@ -144,10 +144,11 @@ TEST(ScannerParts, BytesAreScannedAsTheyAreOnlyWhenThatChangesNothing) {
     // Bytes that are not UTF-8 are read as Windows-1252, as the code pane shows them: the
     // names are the file's letters, one character a byte.
     const QByteArray windows1252("' caf\xe9\n\nSub Gr\xf6\xdf" "e(a As Integer)\nEnd Sub\n");
-    const DeclarationList& subs = FileScan(windows1252).lists().list(DeclarationKind::Sub);
+    const FileScan scan(windows1252);
+    const DeclarationList& subs = scan.lists().list(DeclarationKind::Sub);
     ASSERT_EQ(subs.entryCount(), 1);
     EXPECT_EQ(subs.entry(0).name, QStringLiteral("Größe"));
-    EXPECT_EQ(FileScan(windows1252).lists().lineSeparators, QList<qint64>{7});
+    EXPECT_EQ(scan.lists().lineSeparators, QList<qint64>{7});
 }
 
 TEST(ScannerParts, InputsTheFuzzerFoundScanAlikeOnEveryPath) {
