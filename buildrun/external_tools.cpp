@@ -55,15 +55,8 @@ void startDatabaseTool(const QString& tool, const QString& fileName) {
     KLVR_MSGBOX(QStringLiteral("Please select the GUI tool '") + tool + QStringLiteral("'"),
                 QStringLiteral("If you have not installed '") + tool + QStringLiteral("' yet, download it from ") +
                     launcherTableValue(QStringLiteral("address ") + tool) + QStringLiteral(" and install it, please."));
-    KLVR_NSOPENPANEL_CANCHOOSEFILES(nullptr, true);
-    KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(nullptr, false);
-    KLVR_NSOPENPANEL_ALLOWSMULTIPLESELECTION(nullptr, false);
-    KLVR_NSOPENPANEL_TYPES(nullptr, {});
     // Programs of this desktop are executables; the panel starts where they are.
-    KLVR_NSOPENPANEL_DIRECTORY(nullptr, QStringLiteral("/usr/bin"));
-    if (!KLVR_NSOPENPANEL_RUN(nullptr))
-        return;
-    const QString chosen = KLVR_NSOPENPANEL_FILENAME(nullptr);
+    const QString chosen = chooseOneFile({}, QStringLiteral("/usr/bin"));
     if (chosen.isEmpty())
         return;
     KLVR_WRITESTRING(chosen, locationFile); // a failed write still starts the tool

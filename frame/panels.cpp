@@ -71,10 +71,6 @@ std::shared_ptr<PanelService>& current() {
     return service;
 }
 
-// The shared open panel's configuration and last result.
-OpenPanelRequest openRequest;
-QStringList openResult;
-
 } // namespace
 
 QString PanelService::savePanel(const QString& title, const QString& suggestedPath, const QString& type) {
@@ -117,16 +113,12 @@ std::optional<QString> KLVR_INPUTPANEL(const QString& title, const QString& mess
     return panels().inputPanel(title, message, defaultText);
 }
 
-void KLVR_NSOPENPANEL_CANCHOOSEFILES(std::nullptr_t, bool on) { openRequest.canChooseFiles = on; }
-void KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(std::nullptr_t, bool on) { openRequest.canChooseDirectories = on; }
-void KLVR_NSOPENPANEL_ALLOWSMULTIPLESELECTION(std::nullptr_t, bool on) { openRequest.allowsMultipleSelection = on; }
-void KLVR_NSOPENPANEL_TYPES(std::nullptr_t, const QStringList& extensions) { openRequest.types = extensions; }
-void KLVR_NSOPENPANEL_DIRECTORY(std::nullptr_t, const QString& folder) { openRequest.directory = folder; }
-
-bool KLVR_NSOPENPANEL_RUN(std::nullptr_t) {
-    openResult = panels().openPanel(openRequest);
-    return !openResult.isEmpty();
+QString chooseOneFolder(const QString& directory) {
+    return panels().openPanel({false, true, false, {}, directory}).value(0);
 }
 
-QString KLVR_NSOPENPANEL_FILENAME(std::nullptr_t) { return openResult.value(0); }
-QStringList KLVR_NSOPENPANEL_FILENAMES(std::nullptr_t) { return openResult; }
+QString chooseOneFile(const QStringList& types, const QString& directory) {
+    return panels().openPanel({true, false, false, types, directory}).value(0);
+}
+
+QStringList chooseFiles() { return panels().openPanel({true, false, true, {}, QString()}); }

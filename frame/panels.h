@@ -49,11 +49,9 @@ void KLVR_MSGBOX(const QString& message, const QString& informativeText = QStrin
 // The index of the answer chosen, or -1.
 int klvrAsk(const QString& title, const QString& text, const QStringList& answers);
 std::optional<QString> KLVR_INPUTPANEL(const QString& title, const QString& message, const QString& defaultText);
-void KLVR_NSOPENPANEL_CANCHOOSEFILES(std::nullptr_t, bool on);
-void KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(std::nullptr_t, bool on);
-void KLVR_NSOPENPANEL_ALLOWSMULTIPLESELECTION(std::nullptr_t, bool on);
-void KLVR_NSOPENPANEL_TYPES(std::nullptr_t, const QStringList& extensions);
-void KLVR_NSOPENPANEL_DIRECTORY(std::nullptr_t, const QString& folder);
-bool KLVR_NSOPENPANEL_RUN(std::nullptr_t);
-QString KLVR_NSOPENPANEL_FILENAME(std::nullptr_t);
-QStringList KLVR_NSOPENPANEL_FILENAMES(std::nullptr_t);
+// The open panel for one folder, or one file of `types` (any when empty), starting in
+// `directory`; the chosen path, or empty when cancelled. Each call asks afresh, so one
+// command's starting folder never carries over to another's.
+QString chooseOneFolder(const QString& directory = QString());
+QString chooseOneFile(const QStringList& types = {}, const QString& directory = QString());
+QStringList chooseFiles(); // any number of files of any type; empty when cancelled

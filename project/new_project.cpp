@@ -102,13 +102,7 @@ void Global::NewProject(const Value&) {
 
 void Global::NewProjectChoose(const Value&) {
     KLVR_TRACE("NewProjectChoose");
-    KLVR_NSOPENPANEL_CANCHOOSEFILES(nullptr, false);
-    KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(nullptr, true);
-    KLVR_NSOPENPANEL_ALLOWSMULTIPLESELECTION(nullptr, false);
-    KLVR_NSOPENPANEL_TYPES(nullptr, {});
-    if (!KLVR_NSOPENPANEL_RUN(nullptr))
-        return;
-    const QString folder = KLVR_NSOPENPANEL_FILENAME(nullptr);
+    const QString folder = chooseOneFolder();
     if (folder.isEmpty())
         return;
     if (NewProjectLocation)

@@ -155,13 +155,7 @@ void Global::AddResourceFile(const Value&) {
     KLVR_TRACE("AddResourceFile");
     if (!ProjectIsLoaded())
         return;
-    KLVR_NSOPENPANEL_CANCHOOSEFILES(nullptr, true);
-    KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(nullptr, false);
-    KLVR_NSOPENPANEL_ALLOWSMULTIPLESELECTION(nullptr, true);
-    KLVR_NSOPENPANEL_TYPES(nullptr, {});
-    if (!KLVR_NSOPENPANEL_RUN(nullptr))
-        return;
-    const QStringList files = KLVR_NSOPENPANEL_FILENAMES(nullptr);
+    const QStringList files = chooseFiles();
     if (files.isEmpty())
         return;
     // The files are referenced where they are; nothing is copied.
@@ -172,14 +166,8 @@ void Global::AddFramework(const Value&) {
     KLVR_TRACE("AddFramework");
     if (!ProjectIsLoaded())
         return;
-    KLVR_NSOPENPANEL_CANCHOOSEFILES(nullptr, false);
-    KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(nullptr, true);
-    KLVR_NSOPENPANEL_ALLOWSMULTIPLESELECTION(nullptr, false);
-    KLVR_NSOPENPANEL_TYPES(nullptr, {});
-    KLVR_NSOPENPANEL_DIRECTORY(nullptr, QStringLiteral("/Developer/SDKs/MacOSX10.7.sdk/System/Library/Frameworks"));
-    if (!KLVR_NSOPENPANEL_RUN(nullptr))
-        return;
-    const QString framework = KLVR_NSOPENPANEL_FILENAME(nullptr);
+    const QString framework =
+        chooseOneFolder(QStringLiteral("/Developer/SDKs/MacOSX10.7.sdk/System/Library/Frameworks"));
     if (framework.isEmpty())
         return;
     runProjectMaker(QStringList{QStringLiteral("-append"), framework} + projectArguments(ProjectPath));

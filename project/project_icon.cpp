@@ -22,14 +22,8 @@ void Global::SelectAppIcon(const Value&) {
     KLVR_TRACE("SelectAppIcon");
     if (!ProjectIsLoaded())
         return;
-    KLVR_NSOPENPANEL_CANCHOOSEFILES(nullptr, true);
-    KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(nullptr, false);
-    KLVR_NSOPENPANEL_ALLOWSMULTIPLESELECTION(nullptr, false);
-    KLVR_NSOPENPANEL_TYPES(nullptr, {QStringLiteral("icns")});
-    if (!KLVR_NSOPENPANEL_RUN(nullptr))
-        return;
-    const QString chosen = KLVR_NSOPENPANEL_FILENAME(nullptr);
-    if (KLVR_LEN(chosen) == 0)
+    const QString chosen = chooseOneFile({QStringLiteral("icns")});
+    if (chosen.isEmpty())
         return;
     const QString icon = ProjectPath + QStringLiteral("/icon.icns");
     // The chosen file's bytes replace the icon in one atomic write, so choosing the

@@ -13,15 +13,8 @@
 
 void Global::OpenProject(const Value&) {
     KLVR_TRACE("OpenProject");
-    KLVR_NSOPENPANEL_CANCHOOSEFILES(nullptr, false);
-    KLVR_NSOPENPANEL_CANCHOOSEDIRECTORIES(nullptr, true);
-    KLVR_NSOPENPANEL_ALLOWSMULTIPLESELECTION(nullptr, false);
-    KLVR_NSOPENPANEL_TYPES(nullptr, {});
-    if (KLVR_NSOPENPANEL_RUN(nullptr)) {
-        QString path = KLVR_NSOPENPANEL_FILENAME(nullptr);
-        if (KLVR_LEN(path) > 0)
-            ProjectOpen(path);
-    }
+    if (const QString path = chooseOneFolder(); !path.isEmpty())
+        ProjectOpen(path);
 }
 
 void Global::ProjectOpen(const Value& pathOrSender) {

@@ -89,6 +89,7 @@ TEST_F(ProjectCommands, ResourcesAndFrameworksGoToTheProjectMakerInOneRun) {
     EXPECT_TRUE(testPanels().messages()[0].title.startsWith("Framework has been added to Xcode project."));
     g.AddResourceFile(); // cancelled: no run
     EXPECT_EQ(makerCalls(p).size(), 2);
+    EXPECT_TRUE(testPanels().lastOpenRequest().directory.isEmpty()) << "the frameworks' folder carried over";
 }
 
 TEST_F(ProjectCommands, InterfaceFilesAreMadeAndRemovedAside) {
